@@ -1,0 +1,13 @@
+// The whole exported interface of the library.
+#pragma once
+
+#include "types.h"
+#include "export.h"
+#include "binaryfile.h"
+#include "display.h"
+#include "diagnostics.h"
+#include "frame.h"
+#include "host.h"
+#include "dates.h"
+#include "fonttypes.h"
+#include "strings.h"

@@ -1,0 +1,28 @@
+// A fresh directory for one test, made the current directory while the test runs.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace vex::test {
+
+class TempDir {
+ public:
+  TempDir();
+  ~TempDir();
+  TempDir(const TempDir&) = delete;
+  TempDir& operator=(const TempDir&) = delete;
+
+  const std::filesystem::path& path() const { return path_; }
+  std::string file(const std::string& name) const { return (path_ / name).string(); }
+
+ private:
+  std::filesystem::path path_;
+  std::filesystem::path previous_;
+};
+
+std::vector<char> ReadAll(const std::string& name);
+void WriteAll(const std::string& name, const std::string& bytes);
+
+}  // namespace vex::test
