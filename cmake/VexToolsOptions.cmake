@@ -4,6 +4,7 @@ target_compile_options(vextools_options INTERFACE
   $<$<CXX_COMPILER_ID:GNU,Clang>:-Wall -Wextra -Wno-unused-parameter>)
 if(VEXTOOLS_SANITIZE)
   target_compile_options(vextools_options INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer
+                         $<$<BOOL:${VEXTOOLS_FUZZ}>:-fsanitize=fuzzer-no-link>
                          -fno-sanitize-recover=undefined)
   target_link_options(vextools_options INTERFACE -fsanitize=address,undefined)
 endif()
