@@ -23,13 +23,14 @@ class _SS {
 };
 
 // Opening flags. Open fails on a missing file unless 0x40 is given; Create always makes a new empty file.
-// 0x20 and 0x08 only select what others may do while the file is open. See docs/platforms.md.
+// Others may always read a file that is open here; 0x08 and 0x40 let them write too. See
+// docs/platforms.md.
 enum : std::uint32_t {
-  KVBF_READ = 0x01,        // read access
-  KVBF_WRITE = 0x02,       // write access
-  KVBF_SHARE_WRITE = 0x08, // others may write while it is open
-  KVBF_SHARE_READ = 0x20,  // others may read while it is open
-  KVBF_OPEN_ALWAYS = 0x40, // Open creates the file when it is missing
+  KVBF_READ = 0x01,         // read access
+  KVBF_WRITE = 0x02,        // write access
+  KVBF_SHARE_WRITE = 0x08,  // others may write while it is open
+  KVBF_SHARE_READ = 0x20,   // others may read while it is open (always granted)
+  KVBF_OPEN_ALWAYS = 0x40,  // a shared log: Open creates the file when it is missing, others may write
 };
 
 class VEXTOOLS_API KVBinaryFile {

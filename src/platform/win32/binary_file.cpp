@@ -42,11 +42,12 @@ bool KVBinaryFile::OpenHandle(const char* name, std::uint32_t flags, bool create
     last_error_ = kErrorNotFound;
     return false;
   }
-  DWORD access = 0, share = 0;
+  DWORD access = 0;
   if (flags & KVBF_READ) access |= GENERIC_READ;
   if (flags & KVBF_WRITE) access |= GENERIC_WRITE;
-  if (flags & KVBF_SHARE_READ) share |= FILE_SHARE_READ;
-  if (flags & KVBF_SHARE_WRITE) share |= FILE_SHARE_WRITE;
+  // Others may always read what we have open (a trace or a log is looked at while it grows).
+  DWORD share = FILE_SHARE_READ;
+  if (flags & (KVBF_SHARE_WRITE | KVBF_OPEN_ALWAYS)) share |= FILE_SHARE_WRITE;
   const DWORD disposition = create ? CREATE_ALWAYS : (flags & KVBF_OPEN_ALWAYS) ? OPEN_ALWAYS : OPEN_EXISTING;
   HANDLE h = ::CreateFileA(name, access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (h == INVALID_HANDLE_VALUE) {
