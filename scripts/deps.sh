@@ -5,7 +5,7 @@ set -euo pipefail
 packages=(
   cmake ninja-build g++ python3 binutils          # native build, export check
   googletest libgtest-dev libbenchmark-dev         # tests (GoogleTest sources serve the cross builds too)
-  mingw-w64 g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix binutils-mingw-w64
+  mingw-w64 g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix binutils-mingw-w64-x86-64 binutils-mingw-w64-i686
   wine64 wine                                      # the Windows test run
   clang-14 libclang-rt-14-dev                      # libFuzzer targets
   libicu-dev                                       # code pages, collation and case mapping on POSIX
@@ -18,9 +18,9 @@ for p in "${packages[@]}"; do
 done
 [ ${#missing[@]} -eq 0 ] && exit 0
 
-echo "Installing: ${missing[*]}"
+echo "Installing: ${missing[*]}" >&2
 sudo=""
 [ "$(id -u)" -ne 0 ] && sudo="sudo"
 # A failed index of a foreign architecture is only a warning here.
-$sudo apt-get update || true
-DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y --no-install-recommends "${missing[@]}"
+$sudo apt-get update >&2 || true
+DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y --no-install-recommends "${missing[@]}" >&2
