@@ -5,6 +5,7 @@
 #include "export.h"
 #include "binaryfile.h"
 #include "basicfile.h"
+#include "cachefile.h"
 #include "display.h"
 #include "diagnostics.h"
 #include "frame.h"
