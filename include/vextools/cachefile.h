@@ -97,7 +97,7 @@ class VEXTOOLS_API KARCACHEFILE : public KARBASICFILE {
   HGLOBAL caches_memory_;
 
  private:
-  std::int32_t ReadFile(char* buffer, std::int32_t size, std::int32_t position);
+  std::int32_t ReadFromFile(char* buffer, std::int32_t size, std::int32_t position);
   void UpdateReadCaches(char* buffer, std::int32_t size, std::int32_t position);
   void WriteThrough(char* buffer, std::int32_t size, std::int32_t position);
   bool GrowCacheArray();

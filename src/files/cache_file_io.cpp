@@ -18,7 +18,7 @@ std::int32_t Piece(std::int32_t left, std::int64_t distance) {
 
 }  // namespace
 
-std::int32_t KARCACHEFILE::ReadFile(char* buffer, std::int32_t size, std::int32_t position) {
+std::int32_t KARCACHEFILE::ReadFromFile(char* buffer, std::int32_t size, std::int32_t position) {
   return KARBASICFILE::ReadDirect(buffer, size, position);
 }
 
@@ -134,7 +134,7 @@ std::int32_t KARCACHEFILE::ReadDirect(char* buffer, std::int32_t size, std::int3
   // placed relative to a count that may now be negative.
   if (a->used >= 1) {
     if (p < a->start) {
-      const std::int32_t r = ReadFile(buffer, Piece(size, a->start - p), position);
+      const std::int32_t r = ReadFromFile(buffer, Piece(size, a->start - p), position);
       got += r;
       if (r < 0) return got;
     }
@@ -145,7 +145,7 @@ std::int32_t KARCACHEFILE::ReadDirect(char* buffer, std::int32_t size, std::int3
   if (b->used > 0) {
     if (got < size && p + got < b->start) {
       // Kept: this piece goes to the start of the buffer, not after what is already there.
-      const std::int32_t r = ReadFile(buffer, Piece(size - got, b->start - p - got), AddWrap(position, got));
+      const std::int32_t r = ReadFromFile(buffer, Piece(size - got, b->start - p - got), AddWrap(position, got));
       got += r;
       if (r < 0) return got;
     }
@@ -153,7 +153,7 @@ std::int32_t KARCACHEFILE::ReadDirect(char* buffer, std::int32_t size, std::int3
       got += ReadFromCache(b, buffer + got, Piece(size - got, End(*b) - p - got), AddWrap(position, got));
     }
   }
-  if (got < size) return got + ReadFile(buffer ? buffer + got : nullptr, size - got, AddWrap(position, got));
+  if (got < size) return got + ReadFromFile(buffer ? buffer + got : nullptr, size - got, AddWrap(position, got));
   return got;
 }
 
