@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
+#include <vector>
 
 #include "export.h"
 
@@ -11,3 +13,6 @@ VEXTOOLS_API char* StringCopy(char* destination, const char* source, std::int32_
 
 // Appends source when both fit in size: 0. Flag 1 appends what fits: 1. Otherwise nothing: 2.
 VEXTOOLS_API int StringConcat(char* destination, const char* source, std::int32_t size, std::int32_t flags);
+
+// Flag 1: case-sensitive, flag 2: ignoring case, in the user's locale; -1, 0 or 1 (0 for null or no flag).
+VEXTOOLS_API int StringCompare(const char* a, const char* b, std::int32_t flags);
