@@ -9,13 +9,17 @@
 #include "vextools/mbstring.h"
 
 namespace vex::text {
+
+MultibyteTables g_multibyte_tables{{}, 0, 1252, {}, {}, {}};
+
 namespace {
+
+MultibyteTables& g_tables = g_multibyte_tables;
 
 constexpr std::uint16_t kKatakanaFirst = 0x8340, kKatakanaLast = 0x8396;
 constexpr std::uint16_t kHiraganaFirst = 0x829F, kHiraganaLast = 0x82F2;
 constexpr std::int32_t kFoldBufferSize = 2000;
 
-MultibyteTables g_tables{{}, 0, 1252, {}, {}, {}};
 bool g_initialised = false;
 
 void ReadLeadBytes() {
@@ -84,8 +88,6 @@ void Build() {
 }
 
 }  // namespace
-
-const MultibyteTables& Multibyte() { return g_tables; }
 
 void InitMultibyteTables() {
   if (g_initialised) return;

@@ -15,7 +15,9 @@ struct MultibyteTables {
   std::uint16_t fold_hiragana[0x82F2 - 0x829F + 1];
 };
 
-const MultibyteTables& Multibyte();
+// Filled once at start, read-only afterwards; read inline because every text walker asks per byte.
+extern MultibyteTables g_multibyte_tables;
+inline const MultibyteTables& Multibyte() { return g_multibyte_tables; }
 
 // Fills the tables from the platform; later calls do nothing.
 void InitMultibyteTables();

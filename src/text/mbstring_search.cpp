@@ -1,6 +1,8 @@
 // Character searches that never match the second half of a double-byte character. Where no such
 // confusion is possible they use the standard library's byte searches.
+#include <bitset>
 #include <cstring>
+#include <memory>
 
 #include "text/mbcs_core.h"
 #include "vextools/mbstring.h"
@@ -21,22 +23,91 @@ bool MatchesAt(const char* p, std::uint16_t c) {
   return p[0] == low;
 }
 
+// The character at p: its code as CharValueAt reads it and its length as CharNextMB steps.
+struct Character {
+  std::uint16_t value;
+  unsigned length;
+};
+
+template <bool kDoubleByte = true>
+inline Character CharacterAt(const unsigned char* p, const std::uint32_t* lead) {
+  const unsigned first = p[0];
+  if (!kDoubleByte || !lead[first]) return {static_cast<std::uint16_t>(first), 1};
+  const unsigned second = p[1];
+  const bool pair = second >= 0x31 && second <= 0xFE && second != 0x7F;
+  return {static_cast<std::uint16_t>(first << 8 | second), pair ? 2u : 1u};
+}
+
 // The first character-aligned position of text where the characters of pattern follow, equal after
-// fold. An empty pattern never matches.
-template <typename Fold>
+// fold; the historical search restarted one character after a partial match, which finds the same
+// position. An empty pattern never matches.
+template <bool kDoubleByte, typename Fold>
 const char* SearchByCharacters(const char* text, const char* pattern, Fold fold) {
   if (!*pattern) return nullptr;
-  const std::uint16_t first = fold(CharValueAt(pattern));
-  for (const char* start = text; *start; start = CharNextMB(start)) {
-    if (fold(CharValueAt(start)) != first) continue;
-    const char* h = CharNextMB(start);
-    const char* n = CharNextMB(pattern);
-    while (*n && *h && fold(CharValueAt(h)) == fold(CharValueAt(n))) {
-      h = CharNextMB(h);
-      n = CharNextMB(n);
+  const std::uint32_t* lead = Multibyte().lead_bytes;
+  const auto* needle = reinterpret_cast<const unsigned char*>(pattern);
+  const Character head = CharacterAt<kDoubleByte>(needle, lead);
+  const std::uint16_t first = fold(head.value);
+  for (const auto* start = reinterpret_cast<const unsigned char*>(text); *start;) {
+    const Character here = CharacterAt<kDoubleByte>(start, lead);
+    if (fold(here.value) == first) {
+      const unsigned char* h = start + here.length;
+      const unsigned char* n = needle + head.length;
+      while (*n && *h) {
+        const Character hc = CharacterAt<kDoubleByte>(h, lead), nc = CharacterAt<kDoubleByte>(n, lead);
+        if (fold(hc.value) != fold(nc.value)) break;
+        h += hc.length;
+        n += nc.length;
+      }
+      if (!*n) return reinterpret_cast<const char*>(start);
+      if (!*h) return nullptr;  // the text ran out: no later start can hold the pattern
     }
-    if (!*n) return start;
-    if (!*h) return nullptr;  // the text ran out: no later start can hold the pattern
+    start += here.length;
+  }
+  return nullptr;
+}
+
+// Outcome of comparing the pattern at a character boundary.
+enum class Match { kFound, kDiffers, kTextEnded };
+
+template <typename Fold>
+Match MatchesHere(const unsigned char* p, const unsigned char* pattern, const std::uint32_t* lead, Fold fold) {
+  while (*pattern) {
+    if (!*p) return Match::kTextEnded;
+    const Character hc = CharacterAt(p, lead), nc = CharacterAt(pattern, lead);
+    if (fold(hc.value) != fold(nc.value)) return Match::kDiffers;
+    p += hc.length;
+    pattern += nc.length;
+  }
+  return Match::kFound;
+}
+
+// The character-wise search on a double-byte code page, sped up: next_candidate finds the next byte
+// that can begin a matching first character, and a candidate counts only on a character boundary.
+// Boundaries are found by walking from the last known one, or from just after the nearest byte in
+// 01..30 (never a second byte, so always a whole character). When a partial match runs into the end of
+// the text no later start can match either.
+template <typename Fold, typename NextCandidate>
+const char* SearchDoubleByte(const char* text, const char* pattern, Fold fold, NextCandidate next_candidate) {
+  if (!*pattern) return nullptr;
+  const std::uint32_t* lead = Multibyte().lead_bytes;
+  const auto* base = reinterpret_cast<const unsigned char*>(text);
+  const auto* needle = reinterpret_cast<const unsigned char*>(pattern);
+  const unsigned char* end = base + std::strlen(text);
+  const unsigned char* boundary = base;
+  for (const unsigned char* from = base; from < end;) {
+    const unsigned char* candidate = next_candidate(from, end);
+    if (!candidate) return nullptr;
+    const unsigned char* p = candidate;
+    while (p > boundary && p[-1] > 0x30) --p;
+    while (p < candidate) p += CharacterAt(p, lead).length;
+    boundary = p;
+    if (p == candidate) {
+      const Match match = MatchesHere(candidate, needle, lead, fold);
+      if (match == Match::kFound) return reinterpret_cast<const char*>(candidate);
+      if (match == Match::kTextEnded) return nullptr;
+    }
+    from = candidate + 1;
   }
   return nullptr;
 }
@@ -100,12 +171,51 @@ char* VexStrRChr(const char* text, std::uint16_t c) {
 char* VexStrStr(const char* haystack, const char* needle) {
   if (!haystack || !needle) return nullptr;
   if (!Multibyte().dbcs || !NeedleIsCharacterWise(needle)) return const_cast<char*>(std::strstr(haystack, needle));
-  return const_cast<char*>(SearchByCharacters(haystack, needle, [](std::uint16_t c) { return c; }));
+  const unsigned char first = static_cast<unsigned char>(needle[0]);
+  return const_cast<char*>(SearchDoubleByte(
+      haystack, needle, [](std::uint16_t c) { return c; },
+      [first, needle](const unsigned char* from, const unsigned char* end) {
+        const bool pair = vex::text::IsLeadByte(first);
+        while (from < end) {
+          const auto* found = static_cast<const unsigned char*>(std::memchr(from, first, static_cast<std::size_t>(end - from)));
+          if (!found || !pair || found[1] == static_cast<unsigned char>(needle[1])) return found;
+          from = found + 1;
+        }
+        return static_cast<const unsigned char*>(nullptr);
+      }));
 }
 
 char* VexStrStrC(const char* haystack, const char* needle) { return VexStrStr(haystack, needle); }
 
 char* VexFindString(const char* text, const char* pattern) {
   if (!text || !pattern || !*text) return nullptr;
-  return const_cast<char*>(SearchByCharacters(text, pattern, FoldForSearch));
+  if (!Multibyte().dbcs) return const_cast<char*>(SearchByCharacters<false>(text, pattern, FoldForSearch));
+  // Every code whose fold is the pattern's first character, as a bit set: single bytes by the table,
+  // the first character itself when it folds to itself, and (932) the codes of the folded ranges.
+  const std::uint16_t first = FoldForSearch(CharValueAt(pattern));
+  auto folds_to_first = std::make_unique<std::bitset<65536>>();
+  bool single_matches[256] = {};  // a single byte that folds to the first character
+  bool lead_matches[256] = {};    // a lead byte of some code that does
+  const auto mark = [&](std::uint16_t c) {
+    if (FoldForSearch(c) != first) return;
+    folds_to_first->set(c);
+    (c < 256 ? single_matches[c] : lead_matches[c >> 8]) = true;
+  };
+  for (int byte = 1; byte < 256; ++byte) {
+    if (!vex::text::IsLeadByte(static_cast<unsigned char>(byte))) mark(static_cast<std::uint16_t>(byte));
+  }
+  if (first >= 256) mark(first);
+  if (Multibyte().code_page == 932) {
+    for (std::uint16_t c = 0x8281; c <= 0x829A; ++c) mark(c);
+    for (std::uint16_t c = 0x829F; c <= 0x82F2; ++c) mark(c);
+    for (std::uint16_t c = 0x8340; c <= 0x8396; ++c) mark(c);
+  }
+  return const_cast<char*>(SearchDoubleByte(
+      text, pattern, FoldForSearch, [&](const unsigned char* from, const unsigned char* end) {
+        for (; from < end; ++from) {
+          if (single_matches[*from]) return from;
+          if (lead_matches[*from] && folds_to_first->test(static_cast<std::size_t>(from[0] << 8 | from[1]))) return from;
+        }
+        return static_cast<const unsigned char*>(nullptr);
+      }));
 }
