@@ -4,6 +4,7 @@
 #include "text/mbcs_core.h"
 
 #include <cstring>
+#include <initializer_list>
 
 #include "platform/codepage.h"
 #include "vextools/mbstring.h"
@@ -32,52 +33,58 @@ void ReadLeadBytes() {
   g_tables.code_page = platform::ActiveCodePage();
 }
 
-// Every character the fold covers, in order: the single bytes, then (932) katakana and hiragana.
-std::int32_t CollectCharacters(char* buffer) {
-  std::int32_t length = 0;
+// Every character the fold covers, in order, each on its own line so that a mapping that drops a
+// character (removing accents drops spacing diacritics on some systems) cannot put the others out of
+// step: the single bytes, then in code page 932 the katakana and hiragana. Returns the count.
+std::int32_t CollectCharacters(char* buffer, std::uint16_t* codes) {
+  std::int32_t length = 0, count = 0;
+  const auto add = [&](std::uint16_t c) {
+    if (!VexSetCharValue(buffer + length, c)) return;
+    length += c < 256 ? 1 : 2;
+    buffer[length++] = '\n';
+    codes[count++] = c;
+  };
   for (int byte = 1; byte < 256; ++byte) {
-    if (!IsLeadByte(static_cast<unsigned char>(byte))) buffer[length++] = static_cast<char>(byte);
+    if (byte != '\n' && !IsLeadByte(static_cast<unsigned char>(byte))) add(static_cast<std::uint16_t>(byte));
   }
   if (g_tables.dbcs && g_tables.code_page == 932) {
     for (std::uint16_t c = kKatakanaFirst; c <= kKatakanaLast; ++c) {
-      if (c == 0x837F) continue;
-      VexSetCharValue(buffer + length, c);
-      length += 2;
+      if (c != 0x837F) add(c);
     }
-    for (std::uint16_t c = kHiraganaFirst; c <= kHiraganaLast; ++c) {
-      VexSetCharValue(buffer + length, c);
-      length += 2;
-    }
+    for (std::uint16_t c = kHiraganaFirst; c <= kHiraganaLast; ++c) add(c);
   }
   buffer[length] = '\0';
-  return length;
+  return count;
 }
 
+void StoreFold(std::uint16_t c, std::uint16_t folded) {
+  if (c < 256) {
+    g_tables.fold[c] = folded;
+  } else if (c >= kKatakanaFirst && c <= kKatakanaLast) {
+    g_tables.fold_katakana[c - kKatakanaFirst] = folded;
+  } else if (c >= kHiraganaFirst && c <= kHiraganaLast) {
+    g_tables.fold_hiragana[c - kHiraganaFirst] = folded;
+  }
+}
+
+// Full width, upper case, hiragana, no accents: what each character of the code page becomes is what
+// VexFindString compares. A character the mappings drop keeps its own code.
 void BuildFoldTables() {
   for (int i = 0; i < 256; ++i) g_tables.fold[i] = static_cast<std::uint16_t>(i);
   for (std::uint16_t c = kKatakanaFirst; c <= kKatakanaLast; ++c) g_tables.fold_katakana[c - kKatakanaFirst] = c;
   for (std::uint16_t c = kHiraganaFirst; c <= kHiraganaLast; ++c) g_tables.fold_hiragana[c - kHiraganaFirst] = c;
 
-  static char original[kFoldBufferSize], first[kFoldBufferSize], second[kFoldBufferSize];
-  CollectCharacters(original);
-  VexTransformString(original, first, kFoldBufferSize, 1);  // full width
-  VexTransformString(first, second, kFoldBufferSize, 32);   // upper case
-  VexTransformString(second, first, kFoldBufferSize, 4);    // hiragana
-  VexTransformString(first, second, kFoldBufferSize, 64);   // no accents
-  const char* from = original;
-  const char* to = second;
-  while (*from) {
-    const std::uint16_t c = CharValueAt(from);
-    const std::uint16_t folded = CharValueAt(to);
-    if (c < 256) {
-      g_tables.fold[c] = folded;
-    } else if (c >= kKatakanaFirst && c <= kKatakanaLast) {
-      g_tables.fold_katakana[c - kKatakanaFirst] = folded;
-    } else if (c >= kHiraganaFirst && c <= kHiraganaLast) {
-      g_tables.fold_hiragana[c - kHiraganaFirst] = folded;
-    }
-    from = CharNextMB(from);
-    to = CharNextMB(to);
+  static char from[kFoldBufferSize], to[kFoldBufferSize];
+  static std::uint16_t codes[kFoldBufferSize];
+  const std::int32_t count = CollectCharacters(from, codes);
+  for (std::uint32_t flags : {1u, 32u, 4u, 64u}) {
+    if (VexTransformString(from, to, kFoldBufferSize, flags) >= 0) std::memcpy(from, to, kFoldBufferSize);
+  }
+  const char* line = from;
+  for (std::int32_t i = 0; i < count && *line; ++i) {
+    StoreFold(codes[i], *line == '\n' ? codes[i] : CharValueAt(line));
+    while (*line && *line != '\n') line = CharNextMB(line);
+    if (*line == '\n') ++line;
   }
   g_tables.fold[0] = 0;
 }

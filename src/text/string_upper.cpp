@@ -1,5 +1,6 @@
 // Upper-casing without accents, and trimming a character.
 #include <cstring>
+#include <initializer_list>
 #include <memory>
 #include <new>
 

@@ -98,6 +98,8 @@ TEST(VexTransformString, CaseAndSymbols) {
   EXPECT_EQ(Transform("abc", 16 | 32), "<failed>");  // both cases at once
   EXPECT_EQ(Transform("abc", 4 | 8), "<failed>");
   EXPECT_EQ(Transform("abc", 1 | 2), "<failed>");  // both widths: combined as asked, and refused
+  EXPECT_EQ(Transform("abc", 128 | 16), "<failed>");
+  EXPECT_EQ(Transform("a-b", 128 | 64), "ab");
 }
 
 TEST(VexTransformString, CountsLikeThePlatform) {
@@ -120,7 +122,8 @@ TEST(VexTransformString, AccentsOutsideCodePage932) {
     return;
   }
   EXPECT_EQ(Transform("c\xF4t\xE9", 64), "cote");
-  EXPECT_EQ(Transform("c\xF4t\xE9", 64 | 32), "COTE");
+  EXPECT_EQ(Transform("c\xF4t\xE9 ^\xA8~", 64), "cote ~");  // spacing diacritics go too
+  EXPECT_EQ(Transform("c\xF4t\xE9", 64 | 32), "<failed>");  // not combined with another mapping
   EXPECT_EQ(Transform("abc", 1), "abc");  // full width has no room here: the nearest form stays
 }
 

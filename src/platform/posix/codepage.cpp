@@ -5,6 +5,7 @@
 #include <unicode/translit.h>
 #include <unicode/uchar.h>
 #include <unicode/ucnv.h>
+#include <unicode/ucnv_cb.h>
 
 #include <algorithm>
 #include <array>
@@ -112,8 +113,26 @@ Converter OpenConverter() {
   return Converter(converter);
 }
 
+// A single byte the code page leaves undefined decodes to a private character that encodes back to
+// the same byte, as Windows keeps such bytes.
+constexpr UChar32 kUndefinedByteBase = 0xF700;
+
+// What Windows decodes an invalid double-byte sequence to: the katakana middle dot in code page 932.
+UChar32 InvalidSequenceCharacter() { return ActiveCodePage() == 932 ? 0x30FB : u'?'; }
+
+void UndefinedBytesCallback(const void*, UConverterToUnicodeArgs* args, const char* bytes, int32_t length,
+                            UConverterCallbackReason reason, UErrorCode* status) {
+  if (reason != UCNV_UNASSIGNED && reason != UCNV_ILLEGAL && reason != UCNV_IRREGULAR) return;
+  *status = U_ZERO_ERROR;
+  const unsigned char first = static_cast<unsigned char>(bytes[0]);
+  const UChar replacement = static_cast<UChar>(
+      length == 1 && !IsCodePageLeadByte(first) ? kUndefinedByteBase + first : InvalidSequenceCharacter());
+  ucnv_cbToUWriteUChars(args, &replacement, 1, 0, status);
+}
+
 // Exact bytes of c in the code page; empty when it has none.
 std::string EncodeExact(UConverter* converter, UChar32 c) {
+  if (c >= kUndefinedByteBase + 0x80 && c <= kUndefinedByteBase + 0xFF) return std::string(1, static_cast<char>(c - kUndefinedByteBase));
   UChar units[2];
   int32_t count = 0;
   U16_APPEND_UNSAFE(units, count, c);
@@ -127,6 +146,7 @@ std::string EncodeExact(UConverter* converter, UChar32 c) {
 
 // Nearest forms of c, tried in order when the code page lacks c itself.
 std::string EncodeNearest(UConverter* converter, UChar32 c) {
+  if (c == 0x3094) return EncodeExact(converter, 0x30F4);  // hiragana vu: the katakana, as Windows does
   if (std::string exact = EncodeExact(converter, c); !exact.empty()) return exact;
   if (c >= 0xFF01 && c <= 0xFF5E) return EncodeExact(converter, c - 0xFEE0);  // full-width ASCII
   if (c == 0x3000) return " ";
@@ -237,6 +257,7 @@ icu::UnicodeString Decode(const char* bytes, std::size_t length) {
   if (!converter || length == 0) return icu::UnicodeString();
   std::u16string buffer(length + 1, u'\0');
   UErrorCode status = U_ZERO_ERROR;
+  ucnv_setToUCallBack(converter.get(), UndefinedBytesCallback, nullptr, nullptr, nullptr, &status);
   const int32_t count = ucnv_toUChars(converter.get(), buffer.data(), static_cast<int32_t>(buffer.size()), bytes,
                                       static_cast<int32_t>(length), &status);
   if (U_FAILURE(status)) return icu::UnicodeString();

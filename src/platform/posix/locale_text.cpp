@@ -1,7 +1,9 @@
 // Locale mapping and comparison of code-page text on POSIX through ICU: the text is decoded, mapped
 // step by step in Unicode (full width, kana, half width, case, accents, symbols; the order Windows
-// applies them) and encoded back. Comparisons fold both texts by the options and collate the rest.
+// applies them) and encoded back. As on Windows, removing accents or symbols does not combine with
+// the other mappings. Comparisons fold both texts by the options and collate the rest.
 #include <unicode/coll.h>
+#include <unicode/tblcoll.h>
 #include <unicode/normalizer2.h>
 #include <unicode/translit.h>
 #include <unicode/uchar.h>
@@ -45,7 +47,25 @@ void MapKana(icu::UnicodeString& text, bool to_hiragana) {
 
 void MapWidth(icu::UnicodeString& text, bool to_full) {
   if (const icu::Transliterator* transliterator = WidthTransliterator(to_full)) transliterator->transliterate(text);
+  if (to_full) return;
+  // Windows also narrows the typographic quotes to the ASCII ones.
+  for (int32_t i = 0; i < text.length(); ++i) {
+    const char16_t c = text.charAt(i);
+    if (c == 0x2018 || c == 0x2019) text.setCharAt(i, u'\'');
+    if (c == 0x201C || c == 0x201D) text.setCharAt(i, u'"');
+  }
 }
+
+namespace {
+
+// Spacing diacritics that Windows counts as non-spacing marks too: modifier symbols, the spacing
+// modifier letters and the middle dot.
+bool IsDiacritic(UChar32 c) {
+  const int8_t type = u_charType(c);
+  return type == U_NON_SPACING_MARK || type == U_MODIFIER_SYMBOL || (c >= 0x02B0 && c <= 0x02FF) || c == 0x00B7;
+}
+
+}  // namespace
 
 void StripAccents(icu::UnicodeString& text) {
   UErrorCode status = U_ZERO_ERROR;
@@ -56,7 +76,7 @@ void StripAccents(icu::UnicodeString& text) {
   icu::UnicodeString kept;
   for (int32_t i = 0; i < decomposed.length(); i = decomposed.moveIndex32(i, 1)) {
     const UChar32 c = decomposed.char32At(i);
-    if (u_charType(c) != U_NON_SPACING_MARK) kept.append(c);
+    if (!IsDiacritic(c)) kept.append(c);
   }
   text = nfc->normalize(kept, status);
 }
@@ -66,7 +86,11 @@ void StripSymbols(icu::UnicodeString& text) {
   for (int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1)) {
     const UChar32 c = text.char32At(i);
     const int32_t mask = U_MASK(u_charType(c));
-    if ((mask & (U_GC_P_MASK | U_GC_S_MASK | U_GC_Z_MASK)) || (c != 0 && c < 0x20 && u_isspace(c))) continue;
+    // Windows also counts the ordinal indicators, superscript digits, fractions, the soft hyphen and
+    // the micro sign as symbols.
+    const bool symbol = (mask & (U_GC_P_MASK | U_GC_S_MASK | U_GC_Z_MASK | U_GC_NO_MASK)) || c == 0x00AA ||
+                        c == 0x00BA || c == 0x00AD || c == 0x00B5 || (c >= 0x02B0 && c <= 0x02FF);
+    if (symbol || (c >= 0x09 && c <= 0x0D)) continue;
     kept.append(c);
   }
   text = kept;
@@ -101,8 +125,17 @@ std::shared_ptr<const icu::Collator> UserCollator() {
   std::lock_guard lock(mutex);
   if (collator && name == locale.getName()) return collator;
   UErrorCode status = U_ZERO_ERROR;
-  std::unique_ptr<icu::Collator> created(icu::Collator::createInstance(locale, status));
-  if (U_FAILURE(status) || !created) return nullptr;
+  std::unique_ptr<icu::Collator> base(icu::Collator::createInstance(locale, status));
+  if (U_FAILURE(status) || !base) return nullptr;
+  // The ASCII punctuation in the order Windows sorts it, before digits and letters.
+  icu::UnicodeString rules = static_cast<const icu::RuleBasedCollator*>(base.get())->getRules();
+  rules += u"&[before 1][first variable]<\\'<'-'<' '<'!'<'\"'<'#'<'$'<'%'<'&'<'('<')'<'*'<','<'.'<'/'<':'<';'"
+           u"<'?'<'@'<'['<\\\\<']'<'^'<'_'<'`'<'{'<'|'<'}'<'~'<'+'<'<'<'='<'>'";
+  std::unique_ptr<icu::Collator> created(new icu::RuleBasedCollator(rules, status));
+  if (U_FAILURE(status)) {
+    status = U_ZERO_ERROR;
+    created = std::move(base);
+  }
   created->setStrength(icu::Collator::IDENTICAL);
   collator = std::move(created);
   name = locale.getName();
@@ -115,6 +148,9 @@ icu::UnicodeString DecodeCounted(const char* text, int length) {
 }
 
 void Fold(icu::UnicodeString& text, std::uint32_t options) {
+  // Windows compares the ligatures and the sharp s as the letters they stand for, at every level.
+  text.findAndReplace(u"\u00E6", u"ae").findAndReplace(u"\u00C6", u"AE").findAndReplace(u"\u0153", u"oe");
+  text.findAndReplace(u"\u0152", u"OE").findAndReplace(u"\u00DF", u"ss");
   if (options & kCompareIgnoreWidth) icu_text::MapWidth(text, false);
   if (options & kCompareIgnoreKanaType) icu_text::MapKana(text, true);
   if (options & kCompareIgnoreCase) text.foldCase();
@@ -123,11 +159,29 @@ void Fold(icu::UnicodeString& text, std::uint32_t options) {
 }
 
 // Word sort: hyphens and apostrophes weigh only when the texts are otherwise equal.
+bool IsWordSortSpecial(char16_t c) { return c == u'-' || c == u'\''; }
+
 icu::UnicodeString WithoutHyphens(const icu::UnicodeString& text) {
-  icu::UnicodeString kept(text);
-  kept.findAndReplace(u"-", u"");
-  kept.findAndReplace(u"'", u"");
+  icu::UnicodeString kept;
+  for (int32_t i = 0; i < text.length(); ++i) {
+    if (!IsWordSortSpecial(text.charAt(i))) kept.append(text.charAt(i));
+  }
   return kept;
+}
+
+// Then, as on Windows, a text without them comes first, and an earlier one weighs more.
+UCollationResult CompareHyphens(const icu::UnicodeString& left, const icu::UnicodeString& right) {
+  int32_t i = 0, j = 0;
+  for (;;) {
+    while (i < left.length() && !IsWordSortSpecial(left.charAt(i))) ++i;
+    while (j < right.length() && !IsWordSortSpecial(right.charAt(j))) ++j;
+    const bool left_done = i >= left.length(), right_done = j >= right.length();
+    if (left_done || right_done) return left_done == right_done ? UCOL_EQUAL : left_done ? UCOL_LESS : UCOL_GREATER;
+    if (i != j) return i < j ? UCOL_GREATER : UCOL_LESS;
+    if (left.charAt(i) != right.charAt(j)) return left.charAt(i) < right.charAt(j) ? UCOL_LESS : UCOL_GREATER;
+    ++i;
+    ++j;
+  }
 }
 
 }  // namespace
@@ -136,7 +190,8 @@ int MapString(std::uint32_t options, const char* source, int length, char* desti
   if (!source || destination_size < 0 || (destination_size > 0 && !destination)) return 0;
   if ((options & 0xFF) == 0 || ExcludeEachOther(options, kMapFullWidth, kMapHalfWidth) ||
       ExcludeEachOther(options, kMapHiragana, kMapKatakana) ||
-      ExcludeEachOther(options, kMapLowerCase, kMapUpperCase)) {
+      ExcludeEachOther(options, kMapLowerCase, kMapUpperCase) ||
+      ExcludeEachOther(options, kMapNoAccents | kMapNoSymbols, 0x3F)) {
     return 0;
   }
   const std::size_t size = length < 0 ? std::strlen(source) + 1 : static_cast<std::size_t>(length);
@@ -166,8 +221,12 @@ int CompareStrings(std::uint32_t options, const char* a, int a_length, const cha
   Fold(right, options);
   UErrorCode status = U_ZERO_ERROR;
   UCollationResult order = UCOL_EQUAL;
-  if (!(options & kCompareStringSort)) order = collator->compare(WithoutHyphens(left), WithoutHyphens(right), status);
-  if (order == UCOL_EQUAL) order = collator->compare(left, right, status);
+  if (options & kCompareStringSort) {
+    order = collator->compare(left, right, status);
+  } else {
+    order = collator->compare(WithoutHyphens(left), WithoutHyphens(right), status);
+    if (order == UCOL_EQUAL) order = CompareHyphens(left, right);
+  }
   if (U_FAILURE(status)) return 0;
   return order == UCOL_LESS ? 1 : order == UCOL_EQUAL ? 2 : 3;
 }
