@@ -98,21 +98,6 @@ struct ConverterCloser {
 };
 using Converter = std::unique_ptr<UConverter, ConverterCloser>;
 
-// A converter of the active code page that stops at a character it cannot convert.
-Converter OpenConverter() {
-  UErrorCode status = U_ZERO_ERROR;
-  const std::string name = "windows-" + std::to_string(ActiveCodePage());
-  UConverter* converter = ucnv_open(name.c_str(), &status);
-  if (U_FAILURE(status)) {
-    status = U_ZERO_ERROR;
-    converter = ucnv_open("windows-1252", &status);
-  }
-  if (U_FAILURE(status)) return nullptr;
-  status = U_ZERO_ERROR;
-  ucnv_setFromUCallBack(converter, UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
-  return Converter(converter);
-}
-
 // A single byte the code page leaves undefined decodes to a private character that encodes back to
 // the same byte, as Windows keeps such bytes.
 constexpr UChar32 kUndefinedByteBase = 0xF700;
@@ -128,6 +113,34 @@ void UndefinedBytesCallback(const void*, UConverterToUnicodeArgs* args, const ch
   const UChar replacement = static_cast<UChar>(
       length == 1 && !IsCodePageLeadByte(first) ? kUndefinedByteBase + first : InvalidSequenceCharacter());
   ucnv_cbToUWriteUChars(args, &replacement, 1, 0, status);
+}
+
+// A converter of the active code page that stops at a character it cannot encode and decodes what
+// it cannot decode as Windows does.
+Converter OpenConverter() {
+  UErrorCode status = U_ZERO_ERROR;
+  const std::string name = "windows-" + std::to_string(ActiveCodePage());
+  UConverter* converter = ucnv_open(name.c_str(), &status);
+  if (U_FAILURE(status)) {
+    status = U_ZERO_ERROR;
+    converter = ucnv_open("windows-1252", &status);
+  }
+  if (U_FAILURE(status)) return nullptr;
+  status = U_ZERO_ERROR;
+  ucnv_setFromUCallBack(converter, UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
+  ucnv_setToUCallBack(converter, UndefinedBytesCallback, nullptr, nullptr, nullptr, &status);
+  return Converter(converter);
+}
+
+// This thread's converter of the active code page (converters are not shared between threads).
+UConverter* ThreadConverter() {
+  thread_local Converter converter;
+  thread_local std::uint32_t page = 0;
+  if (!converter || page != ActiveCodePage()) {
+    converter = OpenConverter();
+    page = ActiveCodePage();
+  }
+  return converter.get();
 }
 
 // Exact bytes of c in the code page; empty when it has none.
@@ -175,15 +188,15 @@ std::shared_ptr<const CaseTables> CurrentCaseTables() {
   if (g_case_tables && g_case_tables->code_page == page) return g_case_tables;
   auto tables = std::make_shared<CaseTables>();
   tables->code_page = page;
-  Converter converter = OpenConverter();
+  UConverter* converter = ThreadConverter();
   for (int byte = 0; byte < 256; ++byte) {
     tables->upper[byte] = tables->lower[byte] = static_cast<unsigned char>(byte);
     if (byte < 0x80 || IsCodePageLeadByte(static_cast<unsigned char>(byte)) || !converter) continue;
     const char single = static_cast<char>(byte);
     const icu::UnicodeString text = icu_text::Decode(&single, 1);
     if (text.length() != 1 || text.charAt(0) == 0xFFFD) continue;
-    const std::string up = EncodeExact(converter.get(), u_toupper(text.char32At(0)));
-    const std::string low = EncodeExact(converter.get(), u_tolower(text.char32At(0)));
+    const std::string up = EncodeExact(converter, u_toupper(text.char32At(0)));
+    const std::string low = EncodeExact(converter, u_tolower(text.char32At(0)));
     if (up.size() == 1) tables->upper[byte] = static_cast<unsigned char>(up[0]);
     if (low.size() == 1) tables->lower[byte] = static_cast<unsigned char>(low[0]);
   }
@@ -196,7 +209,6 @@ void CaseBuffer(char* text, std::uint32_t length, bool upper) {
   if (length == 0) length = static_cast<std::uint32_t>(std::strlen(text));
   const auto tables = CurrentCaseTables();
   const auto& table = upper ? tables->upper : tables->lower;
-  Converter converter;
   for (std::uint32_t i = 0; i < length; ++i) {
     const unsigned char byte = static_cast<unsigned char>(text[i]);
     if (byte < 0x80) {
@@ -208,11 +220,11 @@ void CaseBuffer(char* text, std::uint32_t length, bool upper) {
       continue;
     }
     // A double-byte character: through Unicode, kept when its other case is not two bytes here.
-    if (!converter) converter = OpenConverter();
+    UConverter* converter = ThreadConverter();
     const icu::UnicodeString decoded = icu_text::Decode(text + i, 2);
     if (converter && decoded.length() == 1) {
       const UChar32 c = decoded.char32At(0);
-      const std::string mapped = EncodeExact(converter.get(), upper ? u_toupper(c) : u_tolower(c));
+      const std::string mapped = EncodeExact(converter, upper ? u_toupper(c) : u_tolower(c));
       if (mapped.size() == 2) std::memcpy(text + i, mapped.data(), 2);
     }
     ++i;
@@ -253,32 +265,31 @@ int ImeCompositionLength(HWND) { return 0; }
 namespace icu_text {
 
 icu::UnicodeString Decode(const char* bytes, std::size_t length) {
-  Converter converter = OpenConverter();
+  UConverter* converter = ThreadConverter();
   if (!converter || length == 0) return icu::UnicodeString();
   std::u16string buffer(length + 1, u'\0');
   UErrorCode status = U_ZERO_ERROR;
-  ucnv_setToUCallBack(converter.get(), UndefinedBytesCallback, nullptr, nullptr, nullptr, &status);
-  const int32_t count = ucnv_toUChars(converter.get(), buffer.data(), static_cast<int32_t>(buffer.size()), bytes,
+  const int32_t count = ucnv_toUChars(converter, buffer.data(), static_cast<int32_t>(buffer.size()), bytes,
                                       static_cast<int32_t>(length), &status);
   if (U_FAILURE(status)) return icu::UnicodeString();
   return icu::UnicodeString(buffer.data(), count);
 }
 
 std::string Encode(const icu::UnicodeString& text) {
-  Converter converter = OpenConverter();
+  UConverter* converter = ThreadConverter();
   std::string out;
   if (!converter) return out;
   out.reserve(static_cast<std::size_t>(text.length()) * 2);
   for (int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1)) {
-    const std::string bytes = EncodeNearest(converter.get(), text.char32At(i));
+    const std::string bytes = EncodeNearest(converter, text.char32At(i));
     out += bytes.empty() ? std::string("?") : bytes;
   }
   return out;
 }
 
 std::string EncodeCodePoint(UChar32 c) {
-  Converter converter = OpenConverter();
-  return converter ? EncodeNearest(converter.get(), c) : std::string();
+  UConverter* converter = ThreadConverter();
+  return converter ? EncodeNearest(converter, c) : std::string();
 }
 
 icu::Locale UserLocale() {
