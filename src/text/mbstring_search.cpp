@@ -99,7 +99,7 @@ const char* SearchDoubleByte(const char* text, const char* pattern, Fold fold, N
     const unsigned char* candidate = next_candidate(from, end);
     if (!candidate) return nullptr;
     const unsigned char* p = candidate;
-    while (p > boundary && p[-1] > 0x30) --p;
+    while (p > boundary && (p[-1] > 0x30 || lead[p[-1]])) --p;
     while (p < candidate) p += CharacterAt(p, lead).length;
     boundary = p;
     if (p == candidate) {

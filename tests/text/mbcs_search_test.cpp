@@ -1,6 +1,9 @@
 // Searches that respect double-byte characters, and the tolerant search.
 #include <gtest/gtest.h>
 
+#include <cstring>
+#include <string>
+
 #include "text/mbcs_core.h"
 #include "vextools/mbstring.h"
 
@@ -93,6 +96,69 @@ TEST(VexFindString, IsBlindToWidthAndKanaType) {
   EXPECT_EQ(VexFindString(letters, "AB"), letters);
   const char* ascii = "zAB";
   EXPECT_EQ(VexFindString(ascii, "\x82\x60\x82\x82"), ascii + 1);  // full-width A, full-width b
+}
+
+}  // namespace
+
+namespace {
+
+// The plain character walk the searches must agree with: restart one character after the start of a
+// partial match.
+template <typename Fold>
+const char* ReferenceSearch(const char* text, const char* pattern, Fold fold) {
+  const char* h = text;
+  const char* n = pattern;
+  const char* start = nullptr;
+  while (*h) {
+    if (fold(vex::text::CharValueAt(h)) == fold(vex::text::CharValueAt(n))) {
+      if (!start) start = h;
+      h = vex::text::CharNextMB(h);
+      n = vex::text::CharNextMB(n);
+      if (!*n) return start;
+    } else if (start) {
+      h = vex::text::CharNextMB(start);
+      start = nullptr;
+      n = pattern;
+    } else {
+      h = vex::text::CharNextMB(h);
+    }
+  }
+  return nullptr;
+}
+
+std::uint16_t Fold(std::uint16_t c) {
+  const auto& tables = vex::text::Multibyte();
+  if (c < 256) return tables.fold[c];
+  if (tables.code_page != 932) return c;
+  if (c >= 0x8281 && c <= 0x829A) return static_cast<std::uint16_t>(c - 33);
+  if (c >= 0x8340 && c <= 0x8396) return tables.fold_katakana[c - 0x8340];
+  if (c >= 0x829F && c <= 0x82F2) return tables.fold_hiragana[c - 0x829F];
+  return c;
+}
+
+TEST(MultibyteSearches, AgreeWithThePlainWalkOnRandomText) {
+  if (!VexIsDBCSEnabled()) GTEST_SKIP() << "double-byte code pages only";
+  // Few distinct bytes, so that partial matches, pairs and second bytes that look like ASCII abound.
+  const unsigned char alphabet[] = {'a', 'A', '\\', ' ', 0x82, 0x83, 0x5C, 0x41, 0xA0, 0xB1, 0x81, 0x60};
+  std::uint32_t seed = 12345;
+  const auto next = [&seed] { return (seed = seed * 1103515245u + 12345u) >> 16; };
+  for (int round = 0; round < 3000; ++round) {
+    std::string text, pattern;
+    for (unsigned i = next() % 40; i > 0; --i) text += static_cast<char>(alphabet[next() % sizeof alphabet]);
+    for (unsigned i = 1 + next() % 4; i > 0; --i) pattern += static_cast<char>(alphabet[next() % sizeof alphabet]);
+    const bool character_wise = [&] {
+      for (const char* p = pattern.c_str(); *p; p = vex::text::CharNextMB(p)) {
+        const unsigned char first = static_cast<unsigned char>(*p);
+        if (first < 0x40 || first > 0xFC || first == 0x7F) return false;
+      }
+      return true;
+    }();
+    const char* expected = character_wise ? (text.empty() ? nullptr : ReferenceSearch(text.c_str(), pattern.c_str(), [](std::uint16_t c) { return c; }))
+                                          : std::strstr(text.c_str(), pattern.c_str());
+    ASSERT_EQ(VexStrStr(text.c_str(), pattern.c_str()), expected) << text << " / " << pattern;
+    const char* tolerant = text.empty() ? nullptr : ReferenceSearch(text.c_str(), pattern.c_str(), Fold);
+    ASSERT_EQ(VexFindString(text.c_str(), pattern.c_str()), tolerant) << text << " / " << pattern;
+  }
 }
 
 }  // namespace
