@@ -115,15 +115,21 @@ bool ExcludeEachOther(std::uint32_t options, std::uint32_t a, std::uint32_t b) {
   return (options & a) && (options & b);
 }
 
-// The collator of the user's locale; rebuilt when the locale changes. Identical strength: texts are
-// equal only when nothing but what the options fold away differs, as on Windows.
-std::shared_ptr<const icu::Collator> UserCollator() {
+// The collators of the user's locale at tertiary and identical strength: texts are equal only when
+// nothing but what the options fold away differs, as on Windows.
+struct Collators {
+  std::unique_ptr<icu::Collator> tertiary;
+  std::unique_ptr<icu::Collator> identical;
+};
+
+// Rebuilt when the locale changes.
+std::shared_ptr<const Collators> UserCollators() {
   static std::mutex mutex;
   static std::string name;
-  static std::shared_ptr<const icu::Collator> collator;
+  static std::shared_ptr<const Collators> collators;
   const icu::Locale locale = icu_text::UserLocale();
   std::lock_guard lock(mutex);
-  if (collator && name == locale.getName()) return collator;
+  if (collators && name == locale.getName()) return collators;
   UErrorCode status = U_ZERO_ERROR;
   std::unique_ptr<icu::Collator> base(icu::Collator::createInstance(locale, status));
   if (U_FAILURE(status) || !base) return nullptr;
@@ -139,10 +145,43 @@ std::shared_ptr<const icu::Collator> UserCollator() {
     if (U_SUCCESS(status)) created = std::move(punctuated);
     status = U_ZERO_ERROR;
   }
+  auto made = std::make_shared<Collators>();
+  made->tertiary.reset(created->clone());
+  if (!made->tertiary) return nullptr;
+  made->tertiary->setStrength(icu::Collator::TERTIARY);
   created->setStrength(icu::Collator::IDENTICAL);
-  collator = std::move(created);
+  made->identical = std::move(created);
+  collators = std::move(made);
   name = locale.getName();
-  return collator;
+  return collators;
+}
+
+// Rank of a kana variant: half-width katakana, katakana, hiragana; -1 for any other character.
+int KanaRank(UChar32 c) {
+  if (c >= 0xFF66 && c <= 0xFF9D) return 0;
+  if (c >= 0x30A1 && c <= 0x30FA) return 1;
+  if (c >= 0x3041 && c <= 0x3096) return 2;
+  return -1;
+}
+
+// Texts that differ only in kana variants: Windows puts half-width katakana first, then katakana,
+// then hiragana, at the first character where they differ.
+UCollationResult CompareKanaVariants(const icu::UnicodeString& left, const icu::UnicodeString& right) {
+  if (left.countChar32() != right.countChar32()) return UCOL_EQUAL;
+  for (int32_t i = 0, j = 0; i < left.length() && j < right.length();
+       i = left.moveIndex32(i, 1), j = right.moveIndex32(j, 1)) {
+    const int a = KanaRank(left.char32At(i)), b = KanaRank(right.char32At(j));
+    if (a >= 0 && b >= 0 && a != b) return a < b ? UCOL_LESS : UCOL_GREATER;
+  }
+  return UCOL_EQUAL;
+}
+
+UCollationResult Collate(const Collators& collators, const icu::UnicodeString& left,
+                         const icu::UnicodeString& right, UErrorCode& status) {
+  UCollationResult order = collators.tertiary->compare(left, right, status);
+  if (order == UCOL_EQUAL) order = CompareKanaVariants(left, right);
+  if (order == UCOL_EQUAL) order = collators.identical->compare(left, right, status);
+  return order;
 }
 
 icu::UnicodeString DecodeCounted(const char* text, int length) {
@@ -216,8 +255,8 @@ int MapString(std::uint32_t options, const char* source, int length, char* desti
 
 int CompareStrings(std::uint32_t options, const char* a, int a_length, const char* b, int b_length) {
   if (!a || !b) return 0;
-  const auto collator = UserCollator();
-  if (!collator) return 0;
+  const auto collators = UserCollators();
+  if (!collators) return 0;
   icu::UnicodeString left = DecodeCounted(a, a_length);
   icu::UnicodeString right = DecodeCounted(b, b_length);
   Fold(left, options);
@@ -225,9 +264,9 @@ int CompareStrings(std::uint32_t options, const char* a, int a_length, const cha
   UErrorCode status = U_ZERO_ERROR;
   UCollationResult order = UCOL_EQUAL;
   if (options & kCompareStringSort) {
-    order = collator->compare(left, right, status);
+    order = Collate(*collators, left, right, status);
   } else {
-    order = collator->compare(WithoutHyphens(left), WithoutHyphens(right), status);
+    order = Collate(*collators, WithoutHyphens(left), WithoutHyphens(right), status);
     if (order == UCOL_EQUAL) order = CompareHyphens(left, right);
   }
   if (U_FAILURE(status)) return 0;
