@@ -69,6 +69,10 @@ TEST(VexStringCompare, JapaneseKanaAndWidth) {
   EXPECT_NE(VexStringCompare(katakana, half, -1, 0), 0);
   EXPECT_EQ(VexStringCompare(katakana, half, -1, 16), 0);
   EXPECT_EQ(VexStringCompare("\x82\x60", "A", -1, 16), 0);  // full-width A
+  // Otherwise equal kana: half-width katakana, then katakana, then hiragana.
+  EXPECT_EQ(VexStringCompare(half, katakana, -1, 0), -1);
+  EXPECT_EQ(VexStringCompare(katakana, hiragana, -1, 0), -1);
+  EXPECT_EQ(VexStringCompare(hiragana, half, -1, 0), 1);
 }
 
 TEST(StringCompare, FlagsChooseCaseSensitivity) {
