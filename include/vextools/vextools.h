@@ -14,3 +14,4 @@
 #include "dates.h"
 #include "fonttypes.h"
 #include "strings.h"
+#include "mbstring.h"
