@@ -4,6 +4,7 @@
 #include "types.h"
 #include "export.h"
 #include "binaryfile.h"
+#include "basicfile.h"
 #include "streamfile.h"
 #include "display.h"
 #include "diagnostics.h"
