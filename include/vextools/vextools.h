@@ -6,6 +6,7 @@
 #include "binaryfile.h"
 #include "basicfile.h"
 #include "streamfile.h"
+#include "textfile.h"
 #include "display.h"
 #include "diagnostics.h"
 #include "frame.h"
