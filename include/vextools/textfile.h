@@ -110,6 +110,7 @@ class VEXTOOLS_API KARTEXTFILE : public KARBASICFILE {
   const char* memoFound_;
   int lineCut_;                     // the last line ended at the block end, not at a separator
   int skipChar_;                    // a separator byte that may open the next block, or -1
+  std::int32_t copyLimit_;          // bytes of the copy that GetFieldData may use
 
  private:
   void Init();
@@ -124,8 +125,12 @@ class VEXTOOLS_API KARTEXTFILE : public KARBASICFILE {
   char* ReadLine();
   char* ReadLineNr(std::int32_t n);
   tagFILELINE* GetFileLine(char* line);
+  std::int32_t NextField(tagFILELINE* line, char*& field);
+  std::int32_t GetFieldDataSlowly(tagFILELINE* line, char*& field);
+  friend std::int32_t FileTxtGetFieldData(void* handle, tagFILELINE* line, char** field);
   char* ReadFieldInLine(char* cursor, std::int32_t available, bool copyLimited);
   bool GrowLineIndex();
+  bool IndexBlock(std::int32_t& count, std::int32_t& capacity);
   std::int32_t LineIndexCapacity();
   void Rewind();
 };

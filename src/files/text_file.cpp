@@ -52,6 +52,7 @@ void KARTEXTFILE::Init() {
   memoFrom_ = memoEnd_ = memoFound_ = nullptr;
   lineCut_ = 0;
   skipChar_ = -1;
+  copyLimit_ = 0;
 }
 
 // The block is always kBlockSize bytes (UNIX mode only asks for less) plus a slot for a terminator.

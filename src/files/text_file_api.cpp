@@ -1,4 +1,5 @@
 // The FileTxt functions: KARTEXTFILE through an opaque handle. A null handle gives 0 or does nothing.
+// FileTxtGetFieldData, called once per field, lives beside GetFieldData so that it can be inlined.
 #include <new>
 
 #include "vextools/textfile.h"
@@ -44,11 +45,6 @@ std::int32_t FileTxtGetLineData(void* handle, tagFILELINE* line, std::int32_t st
                                 char** data) {
   if (!handle || !data) return 0;
   return File(handle)->GetLineData(line, start, count, *data);
-}
-
-std::int32_t FileTxtGetFieldData(void* handle, tagFILELINE* line, char** field) {
-  if (!handle || !field) return 0;
-  return File(handle)->GetFieldData(line, *field);
 }
 
 int FileTxtGetFieldNr(void* handle, tagFILELINE* line, std::int32_t n, char* destination) {

@@ -212,6 +212,7 @@ tagFILELINE* KARTEXTFILE::GetFileLine(char* line) {
     copyBuffer_.length = copied;
   }
   line_.copy = copyBuffer_.data;
+  copyLimit_ = std::min(bufferSize_, copyBuffer_.capacity - 1);
   if (static_cast<std::int64_t>(bufferSize_) + linePosition_ < physical_length_ && lineCut_ && copied > 0 &&
       copyBuffer_.data[copied - 1] != '\0')
     ++line_.size;  // the block cut the line and the file goes on
@@ -281,12 +282,65 @@ void KARTEXTFILE::Rewind() {
   ForgetBlock();
 }
 
+// Indexes the lines of the loaded block that ReadLine would cut without reloading: those whose
+// separator lies before the block's last byte. Nothing is cut in place (the block is cleared after
+// the index is built). Leaves the rest of the block, and every unusual case, to ReadLine.
+bool KARTEXTFILE::IndexBlock(std::int32_t& count, std::int32_t& capacity) {
+  if (!current_ || eof_ || skipChar_ >= 0) return true;
+  const char first = lineSeparator_[0], second = lineSeparator_[1];
+  const bool crlf = std::strcmp(lineSeparator_, "\r\n") == 0;
+  char* const start = current_;
+  char* const end = buffer_ + blockBytes_;
+  char* const last = end - 1;
+  char* p = start;
+  const char* nextFirst = nullptr;  // the next separator character at or after p, if any
+  bool noFirst = false;             // none before the block end
+  std::int32_t lines = 0, lastStart = 0;
+  while (p < last) {
+    if (!noFirst && nextFirst < p) {
+      nextFirst = static_cast<const char*>(std::memchr(p, first, static_cast<std::size_t>(end - p)));
+      noFirst = nextFirst == nullptr;
+    }
+    const char* found = nextFirst;
+    bool unix = false;
+    if (noFirst) {
+      if (!crlf) break;
+      found = static_cast<const char*>(std::memchr(p, kLineFeed, static_cast<std::size_t>(end - p)));
+      unix = true;
+    }
+    if (!found || found == last) break;
+    const char* next = found + 1;
+    if (*next == (unix ? first : second) && (unix || second != '\0')) ++next;
+    if (count >= capacity) {
+      if (!GrowLineIndex()) return false;
+      capacity = LineIndexCapacity();
+    }
+    lastStart = static_cast<std::int32_t>(p - start);
+    lineIndexData_[count++] = filePosition_ + lastStart;
+    ++lines;
+    p = const_cast<char*>(next);
+  }
+  if (lines) {
+    const auto consumed = static_cast<std::int32_t>(p - start);
+    currentLine_ += lines;
+    linePosition_ = filePosition_ + lastStart;
+    lineSize_ = consumed - lastStart;
+    filePosition_ += consumed;
+    offsetInBuffer_ += consumed;
+    current_ = p;
+    lineCut_ = 0;
+    memoFrom_ = memoEnd_ = memoFound_ = nullptr;
+  }
+  return true;
+}
+
 std::int32_t KARTEXTFILE::MakeIndexLine() {
   Open(name_, 0);
   Rewind();
   lineCount_ = 0;
   std::int32_t count = 0, capacity = LineIndexCapacity();
-  while (ReadLine()) {
+  for (;;) {
+    if (!IndexBlock(count, capacity) || !ReadLine()) break;
     if (count >= capacity) {
       if (!GrowLineIndex()) break;
       capacity = LineIndexCapacity();
