@@ -132,6 +132,11 @@ TEST(TextFile, LinesLongerThanTheBlockComeInPiecesAndSeparatorsSplitByTheBlockEn
   while ((line = file.GetLine()) && std::string(line->data) != "end") {
     joined += std::string(line->data, std::strlen(line->data));
     EXPECT_LE(std::strlen(line->data), 1000u);
+    if (line->size > 1000) {  // a piece cut by the block end counts one byte more
+      char* data = nullptr;
+      EXPECT_EQ(file.GetLineData(line, 995, 20, data), line->size - 995);
+      EXPECT_EQ(std::string(data, 5), "xxxxx");
+    }
   }
   EXPECT_EQ(joined, longLine);
   ASSERT_NE(line, nullptr);
