@@ -102,7 +102,7 @@ class VEXTOOLS_API KARTEXTFILE : public KARBASICFILE {
   GrowBuffer fieldBuffer_;
   int readingStarted_;
 
-  // Not part of the record layout: bookkeeping that keeps reading linear.
+  // Bookkeeping of the block reader, which keeps reading linear.
   std::int32_t blockBytes_;         // bytes of the loaded block, a terminator slot included at the end
   std::int32_t blockPosition_;      // file position of the block's first byte
   const char* memoFrom_;            // the first separator character between memoFrom_ and memoEnd_
