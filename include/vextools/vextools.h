@@ -7,6 +7,8 @@
 #include "basicfile.h"
 #include "cachefile.h"
 #include "errorfile.h"
+#include "streamfile.h"
+#include "textfile.h"
 #include "display.h"
 #include "diagnostics.h"
 #include "frame.h"
