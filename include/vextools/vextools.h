@@ -11,3 +11,5 @@
 #include "dates.h"
 #include "fonttypes.h"
 #include "strings.h"
+#include "lzw.h"
+#include "structures.h"
