@@ -43,7 +43,7 @@ Bytes Memory(std::int32_t (*call)(LZWMEMBLOCK*), const std::uint8_t* data, std::
 
 // Runs the coder over data, ending a call at every step taken from steps (cycled).
 Bytes Streamed(bool expand, const std::uint8_t* data, std::size_t size, const Bytes& steps) {
-  Stream s{data, size};
+  Stream s{data, size, 0, 0, {}};
   HGLOBAL state = LZWInit(&Stream::Read, &Stream::Write, expand ? 1 : 0, reinterpret_cast<std::intptr_t>(&s));
   if (!state) std::abort();
   std::size_t k = 0;
@@ -66,7 +66,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (size > 0) {
     const std::size_t n = data[0] % 8;
     at = 1;
-    for (; at <= n && at < size; ++at) steps.push_back(data[at] % 16);
+    bool progress = false;
+    for (; at <= n && at < size; ++at) {
+      steps.push_back(data[at] % 16);
+      progress = progress || steps.back() != 0;
+    }
+    if (!progress) steps.clear();  // empty calls only would never reach the end
   }
   const std::uint8_t* stream = data + at;
   const std::size_t length = size - at;

@@ -7,7 +7,9 @@
 //   CodeReader: int Read(State&)                next code with the current mask, or -1 at the end
 #pragma once
 
+#include <bit>
 #include <cstdint>
+#include <cstring>
 
 #include "text/lzw_state.h"
 
@@ -122,14 +124,37 @@ inline int Expand(State& s, int code, int limit, bool& clean) {
   }
 }
 
+// One code c after the prefix w (step 3 of the decoder): writes c's string, adds (w, first byte of it)
+// and makes c the prefix. False for a corrupt code; the dictionary may then have changed already.
+template <class Sink>
+bool DecodeCode(State& s, int& w, int c, Sink& out) {
+  const int count = s.count;
+  if (c > count || w >= kEntries) return false;
+  bool clean = true;
+  int at = Expand(s, c < count ? c : w, count, clean);
+  if (at < 0) return false;
+  const std::uint8_t first = s.decodeBuffer[at];
+  AddDecoderEntry(s, w, first);
+  w = c;
+  if (clean) {  // the add cannot have changed the string: c's is the one just expanded (plus first)
+    if (c == count && at == 0) return false;  // one byte longer than the decode buffer
+    out.PutRun(s.decodeBuffer + at, kDecodeBuffer - at);
+    if (c == count) out.Put(first);
+  } else {  // expand again through the changed dictionary
+    at = Expand(s, w, kEntries, clean);
+    if (at < 0) return false;
+    out.PutRun(s.decodeBuffer + at, kDecodeBuffer - at);
+  }
+  return true;
+}
+
 // One UNLZW call: 1 at the end of the input, 0 at a corrupt code (the pending code then stays as it was).
 template <class Reader, class Sink>
 std::int16_t Decode(State& s, Reader& in, Sink& out) {
   int w;
   if (s.firstCall) {
     s.firstCall = 0;
-    s.bitMask = 0;
-    s.inputMask = 0;
+    in.Restart();
     ResetDictionary(s);
     w = in.Read(s);
     if (w >= 0) out.Put(static_cast<std::uint8_t>(w));
@@ -143,22 +168,9 @@ std::int16_t Decode(State& s, Reader& in, Sink& out) {
   while (w >= 0) {
     const int c = in.Read(s);
     if (c < 0) break;
-    const int count = s.count;
-    if (c > count || w >= kEntries) return 0;
-    bool clean = true;
-    int at = Expand(s, c < count ? c : w, count, clean);
-    if (at < 0) return 0;
-    const std::uint8_t first = s.decodeBuffer[at];
-    AddDecoderEntry(s, w, first);
-    w = c;
-    if (clean) {  // the add cannot have changed the string: c's is the one just expanded (plus first)
-      if (c == count && at == 0) return 0;  // one byte longer than the decode buffer
-      out.PutRun(s.decodeBuffer + at, kDecodeBuffer - at);
-      if (c == count) out.Put(first);
-    } else {  // expand again through the changed dictionary
-      at = Expand(s, w, kEntries, clean);
-      if (at < 0) return 0;
-      out.PutRun(s.decodeBuffer + at, kDecodeBuffer - at);
+    if (!DecodeCode(s, w, c, out)) {
+      in.Save(s);
+      return 0;
     }
     if (s.count >= kDecoderReset) {
       ResetDictionary(s);
@@ -166,79 +178,143 @@ std::int16_t Decode(State& s, Reader& in, Sink& out) {
       if (w >= 0) out.Put(static_cast<std::uint8_t>(w));
     }
   }
+  in.Save(s);
   s.pending = static_cast<std::int16_t>(w);
   return 1;
 }
 
-// Reads codes bit by bit through the state's registers, so that a code may straddle two UNLZW calls.
+// Reads codes from a byte source. Between calls a code may be under way: its registers (code bit to
+// fill, accumulator, literal flag) and the unread bits of the last byte (input bit, byte register) live
+// in the state; within a call, in locals.
 template <class Source>
 class StreamCodeReader {
  public:
-  explicit StreamCodeReader(Source& source) : source_(source) {}
+  StreamCodeReader(Source& source, const State& s)
+      : source_(source),
+        codeMask_(s.bitMask),
+        accumulator_(s.accumulator),
+        byte_(s.byteRegister),
+        literal_(s.literal != 0) {
+    nbits_ = std::bit_width(s.inputMask & 0xFFu);
+    bits_ = static_cast<std::uint32_t>(byte_) & ((1u << nbits_) - 1);
+  }
 
-  int Read(State& s) {
-    if (s.bitMask == 0) {  // start a new code: its first bit tells literal from reference
-      if (s.inputMask == 0 && !Fetch(s)) return -1;
-      if (static_cast<std::uint32_t>(s.byteRegister) & s.inputMask) {
-        s.literal = 0;
-        s.bitMask = static_cast<std::uint32_t>(s.mask);  // the top bit is read again as the field's own
-        s.accumulator = 0xFFFF;
-      } else {
-        s.literal = 1;
-        s.bitMask = 0x80;
-        s.accumulator = 0;
-        s.inputMask >>= 1;
+  void Restart() { codeMask_ = nbits_ = 0; }
+
+  void Save(State& s) const {
+    s.bitMask = codeMask_;
+    s.inputMask = nbits_ ? 1u << (nbits_ - 1) : 0;
+    s.accumulator = accumulator_;
+    s.byteRegister = byte_;
+    s.literal = literal_ ? 1 : 0;
+  }
+
+  int Read(const State& s) {
+    if (codeMask_) return Resume();
+    if (nbits_ == 0 && !Fetch()) return -1;
+    const bool reference = (bits_ >> (nbits_ - 1)) & 1;
+    const int mask = s.mask;
+    const int width = reference ? ReferenceWidth(mask) : 9;
+    while (nbits_ < width) {
+      if (!Fetch()) {
+        Suspend(reference, mask, width);
+        return -1;
       }
     }
-    while (s.bitMask) {
-      if (s.inputMask == 0 && !Fetch(s)) return -1;
-      if (static_cast<std::uint32_t>(s.byteRegister) & s.inputMask) {
-        s.accumulator |= s.bitMask;
-      } else if (!s.literal) {
-        s.accumulator &= ~s.bitMask;
-      }
-      s.bitMask >>= 1;
-      s.inputMask >>= 1;
-    }
-    if (s.literal) return static_cast<int>(s.accumulator & 0xFFFF);
-    return static_cast<std::uint16_t>(0xFFu - s.accumulator);
+    nbits_ -= width;
+    const std::uint32_t value = (bits_ >> nbits_) & ((1u << width) - 1);
+    bits_ &= (1u << nbits_) - 1;
+    if (!reference) return static_cast<int>(value);
+    return 255 + 2 * mask - static_cast<int>(value);
   }
 
  private:
-  bool Fetch(State& s) {
-    const int byte = source_.Next();
-    s.byteRegister = byte;
-    if (byte < 0) return false;
-    s.inputMask = 0x80;
+  // Every buffered bit is part of the code: the source has no more, so keep the code as under way.
+  void Suspend(bool reference, int mask, int width) {
+    literal_ = !reference;
+    if (reference) {  // the field's bits from the top, the rest still ones
+      codeMask_ = static_cast<std::uint32_t>(mask) >> nbits_;
+      const int shift = width - nbits_;
+      accumulator_ = (0xFFFFu & ~(((1u << nbits_) - 1) << shift)) | (bits_ << shift);
+    } else {  // the 0 flag bit consumed, then the byte's bits from the top
+      const int got = nbits_ - 1;
+      codeMask_ = 0x80u >> got;
+      accumulator_ = (bits_ & ((1u << got) - 1)) << (8 - got);
+    }
+    nbits_ = 0;
+    bits_ = 0;
+  }
+
+  // Finishes a code begun in an earlier call.
+  int Resume() {
+    while (codeMask_) {
+      if (nbits_ == 0 && !Fetch()) return -1;
+      const int need = std::bit_width(codeMask_);
+      const int take = nbits_ < need ? nbits_ : need;
+      nbits_ -= take;
+      const std::uint32_t chunk = (bits_ >> nbits_) & ((1u << take) - 1);
+      bits_ &= (1u << nbits_) - 1;
+      const int shift = need - take;
+      if (literal_) {
+        accumulator_ |= chunk << shift;
+      } else {  // a reference also clears its 0 bits, the accumulator having started as all ones
+        accumulator_ = (accumulator_ & ~(((1u << take) - 1) << shift)) | (chunk << shift);
+      }
+      codeMask_ >>= take;
+    }
+    if (literal_) return static_cast<int>(accumulator_ & 0xFFFF);
+    return static_cast<std::uint16_t>(0xFFu - accumulator_);
+  }
+
+  bool Fetch() {
+    byte_ = source_.Next();
+    if (byte_ < 0) return false;
+    bits_ = (bits_ << 8) | static_cast<std::uint32_t>(byte_);
+    nbits_ += 8;
     return true;
   }
 
   Source& source_;
+  std::uint32_t codeMask_;
+  std::uint32_t accumulator_;
+  std::int32_t byte_;
+  bool literal_;
+  std::uint32_t bits_ = 0;  // unread input bits, right-aligned
+  int nbits_ = 0;
 };
 
-// Reads codes straight from a whole input block. Equivalent to StreamCodeReader from a fresh state when
-// the decoder runs once over the whole input.
+// Reads codes straight from a whole input block, for one decoder run over all of it from a fresh state.
 class BlockCodeReader {
  public:
   BlockCodeReader(const std::uint8_t* data, std::uint64_t size) : data_(data), size_(data ? size : 0) {}
 
-  int Read(State& s) {
+  void Restart() {}
+  void Save(State&) const {}
+
+  int Read(const State& s) { return Read(s.mask); }
+
+  int Read(int mask) {
     const std::uint64_t total = size_ * 8;
     if (bit_ >= total) return -1;
     const std::uint64_t byte = bit_ >> 3;
-    std::uint32_t window = static_cast<std::uint32_t>(data_[byte]) << 16;
-    if (byte + 1 < size_) window |= static_cast<std::uint32_t>(data_[byte + 1]) << 8;
-    if (byte + 2 < size_) window |= data_[byte + 2];
-    window <<= (bit_ & 7);  // the code's first bit is now bit 23
-    const bool reference = window & 0x800000u;
-    const int mask = s.mask;
+    std::uint32_t window;
+    if (byte + 4 <= size_) {
+      std::uint8_t b[4];
+      std::memcpy(b, data_ + byte, 4);
+      window = (std::uint32_t(b[0]) << 24) | (std::uint32_t(b[1]) << 16) | (std::uint32_t(b[2]) << 8) | b[3];
+    } else {
+      window = 0;
+      for (std::uint64_t i = byte; i < size_; ++i) window |= std::uint32_t(data_[i]) << (24 - 8 * (i - byte));
+    }
+    window <<= (bit_ & 7);  // the code's first bit is now bit 31
+    const bool reference = window & 0x80000000u;
     const int width = reference ? ReferenceWidth(mask) : 9;
     if (bit_ + static_cast<std::uint64_t>(width) > total) {
       bit_ = total;
       return -1;
     }
     bit_ += width;
-    const std::uint32_t value = (window >> (24 - width)) & ((1u << width) - 1);
+    const std::uint32_t value = window >> (32 - width);
     if (!reference) return static_cast<int>(value);
     return 255 + 2 * mask - static_cast<int>(value);
   }

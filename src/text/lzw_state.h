@@ -1,6 +1,7 @@
 // The state block of one LZW stream and its dictionary, shared by the encoder and the decoder.
 #pragma once
 
+#include <bit>
 #include <cstdint>
 
 #include "vextools/lzw.h"
@@ -116,14 +117,7 @@ inline int Lookup(const State& s, int prefix, int character) {
 }
 
 // Width of a reference field: the mask's bit and every bit below it.
-inline int ReferenceWidth(int mask) {
-  int width = 0;
-  while (mask > 0) {
-    ++width;
-    mask >>= 1;
-  }
-  return width;
-}
+inline int ReferenceWidth(int mask) { return mask > 0 ? std::bit_width(static_cast<unsigned>(mask)) : 0; }
 
 State* LockState(HGLOBAL handle);
 HGLOBAL CreateState(LZWREADPROC read, LZWWRITEPROC write, int mode, std::intptr_t user);

@@ -98,7 +98,7 @@ std::int16_t UNLZW(HGLOBAL state) {
     return 0;
   }
   CallbackSource source(*s);
-  StreamCodeReader<CallbackSource> in(source);
+  StreamCodeReader<CallbackSource> in(source, *s);
   CallbackSink out(*s);
   if (!Decode(*s, in, out)) return 0;  // deliberately left locked, pending code not stored
   GlobalUnlock(state);
