@@ -23,7 +23,7 @@ CMember::~CMember() { delete m_structure; }
 
 void CMember::Init() {
   m_type = MT_INTEGER;
-  m_value = "0";
+  m_value.assign(1, '0');  // (not = "0": GCC 12 warns falsely on that)
   delete m_structure;
   m_structure = nullptr;
 }

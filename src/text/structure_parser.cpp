@@ -94,7 +94,8 @@ bool CParser::Boolean() {
 bool CParser::String() {
   if (!ReadToken(nullptr, -1)) return false;
   if (token_.size() < 2 || token_.front() != '"' || token_.back() != '"') return Fail();
-  token_ = token_.substr(1, token_.size() - 2);
+  token_.pop_back();
+  token_.erase(0, 1);
   return true;
 }
 
