@@ -8,7 +8,8 @@
 // (bytes_per_second) and ratio = compressed size / corpus size.
 //   LzwMemory/*    LZWCompressMemory / LZWDecompressMemory, output block included.
 //   LzwCallback/*  LZWInit + LZW + LZWTerm (UNLZW, UNLZWTerm), one callback call per byte, the callbacks
-//                  reading from memory and appending to a reserved vector.
+//                  reading from memory and appending to a reserved vector. callbacks-only makes the
+//                  same callback calls as expand without decoding: the floor of that interface.
 //   Program/*      the external program as a child process reading a temporary file of the corpus (or
 //                  of its compressed form) and writing another, both in the page cache. Its time (the
 //                  "Time" column and bytes_per_second) is the child's CPU time, user + system, as
@@ -188,6 +189,26 @@ void LzwCallbackExpand(benchmark::State& state) {
   Report(state, Packed().size());
 }
 
+// The callbacks alone, as LzwCallback/expand calls them (every compressed byte read, every corpus byte
+// written, through function pointers), without any decoding: the floor of the callback interface.
+void CallbacksOnly(benchmark::State& state) {
+  Packed();
+  LZWREADPROC volatile read = &Pipe::Read;
+  LZWWRITEPROC volatile write = &Pipe::Write;
+  for (auto _ : state) {
+    Pipe in{&Packed(), 0, {}};
+    Pipe out{&Corpus(), 0, {}};
+    out.output.reserve(Corpus().size());
+    LZWREADPROC r = read;
+    LZWWRITEPROC w = write;
+    while (r(reinterpret_cast<std::intptr_t>(&in)) >= 0) {
+    }
+    for (std::uint8_t byte : Corpus()) w(byte, reinterpret_cast<std::intptr_t>(&out));
+    benchmark::DoNotOptimize(out.output.data());
+  }
+  Report(state, Packed().size());
+}
+
 // Temporary files of the corpus, removed at exit.
 struct TempFiles {
   fs::path dir;
@@ -269,6 +290,7 @@ BENCHMARK(LzwMemoryCompress)->Name("LzwMemory/compress")->Unit(benchmark::kMilli
 BENCHMARK(LzwMemoryExpand)->Name("LzwMemory/expand")->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(LzwCallbackCompress)->Name("LzwCallback/compress")->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK(LzwCallbackExpand)->Name("LzwCallback/expand")->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(CallbacksOnly)->Name("LzwCallback/callbacks-only")->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK(CompressProgramPack)->Name("Program/compress")->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(3);
 BENCHMARK(CompressProgramExpand)->Name("Program/uncompress")->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(3);
 BENCHMARK(GzipFastPack)->Name("Program/gzip-1")->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(3);

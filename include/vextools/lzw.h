@@ -31,20 +31,21 @@
 //     returned -1 and then more bytes) becomes the pending prefix; nothing is written for it. So empty
 //     calls before the data change nothing: the result equals one call with all the input.
 //   - The decoder never writes more than its 512-byte decode buffer: a code whose expansion would be
-//     longer (a chain through unfilled entries or through itself, which only a corrupt stream can reach,
-//     for example a reference where a literal belongs) is treated as corrupt: UNLZW returns 0 as above.
-//     Decoding FF 80, the image of an empty input, so gives the single byte 00 (UNLZW returns 0,
-//     LZWDecompressMemory returns 1 with that byte).
-//   - A reference read where a literal belongs that names no dictionary entry at all (above 767) is
-//     treated as corrupt in the same way as soon as it would be used as a prefix.
+//     longer is treated as corrupt (UNLZW returns 0 as above). Only a corrupt stream reaches such a
+//     code, through a chain that runs through entries not filled since the last rebuild or through
+//     itself, for example after a reference where a literal belongs. Decoding FF 80, the image of an
+//     empty input, so gives the single byte 00: the second 256 makes entry 256 its own prefix (UNLZW
+//     returns 0, LZWDecompressMemory returns 1 with that byte).
+//   - Encoder and decoder calls mixed on one state stay within the state; what they write is
+//     meaningless.
 //   - A mode other than 0 counts as LZW_MODE_DECOMPRESS.
 //
 // Memory calls: LZWCompressMemory / LZWDecompressMemory read dwInLength bytes at lpIn and return 1 with
 // dwOutLength bytes in the movable global memory block hOut (locked once; its size may exceed the
 // output; the caller unlocks and frees it with GlobalUnlock / GlobalFree). Nothing to write gives
 // success with hOut 0. On an allocation failure they return 0 and free the block that the caller's hOut
-// field names on entry (kept: callers clear the field or pass a block to be released), and the
-// partial output is released. The output grows geometrically, so large outputs are not copied over and
+// field names on entry (kept as it is: the caller's field, not the partial output, is what this
+// frees); the partial output is released too. The output grows geometrically, so large outputs are not copied over and
 // over; outputs beyond 4 GiB - 1 bytes count as an allocation failure.
 #pragma once
 

@@ -4,7 +4,7 @@
 //   Source:     int Next()                      next byte 0-255, or -1 at the end
 //   Sink:       void Put(std::uint8_t)          one output byte
 //               void PutRun(const std::uint8_t*, int)
-//   CodeReader: int Read(State&)                next code with the current mask, or -1 at the end
+//   CodeReader: int Read(const State&)          next code with the current mask, or -1 at the end
 #pragma once
 
 #include <bit>
@@ -110,8 +110,8 @@ void FinishEncode(State& s, Sink& out) {
 }
 
 // Writes the string of a code backwards into the decode buffer, ending at its end. Returns the offset of
-// the first byte, or -1 when the string would not fit (only corrupt streams reach such chains). Sets
-// clean when the chain used only entries below limit, whose strings the next add cannot change.
+// the first byte, or -1 when the string would not fit (only corrupt streams reach such chains). Clears
+// clean when the chain passed an entry at or above limit, whose string the next add may change.
 inline int Expand(State& s, int code, int limit, bool& clean) {
   int at = kDecodeBuffer;
   for (;;) {
@@ -124,7 +124,7 @@ inline int Expand(State& s, int code, int limit, bool& clean) {
   }
 }
 
-// One code c after the prefix w (step 3 of the decoder): writes c's string, adds (w, first byte of it)
+// One code c after the prefix w: writes c's string, adds (w, first byte of it)
 // and makes c the prefix. False for a corrupt code; the dictionary may then have changed already.
 template <class Sink>
 bool DecodeCode(State& s, int& w, int c, Sink& out) {
