@@ -10,7 +10,8 @@
 //   - a structure without members is written ("A{}") but refused when read;
 //   - strings are written between quotes without escaping, and read with their backslashes kept;
 //   - a real's text is its "%lf" form with every 0 after the point removed and the text cut at the first
-//     removed 0: 2.5 stays 2.5, 3.0 gives 3 and 1.05 gives 1;
+//     removed 0: 2.5 stays 2.5, 3.0 gives 3 and 1.05 gives 1; a number read with a point is trimmed the
+//     same way, so a lone "." reads as a real with an empty text, which is written as nothing;
 //   - TAB, LF and CR in the input are read as the two characters \t, \n, \r; a line break between
 //     tokens therefore makes the text invalid.
 // Nesting deeper than 200 structures is refused when read (keeps the parser's stack bounded).

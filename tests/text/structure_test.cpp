@@ -147,6 +147,7 @@ TEST(Structures, AcceptedTexts) {
   EXPECT_EQ(Rewrite("A{1};B{true}"), "A{1};B{true}");
   EXPECT_EQ(Rewrite("  a-b_c9 { 007 , 1.05 , 5. , tree{ \"\" } } ;  "), "a-b_c9{007,1,5,tree{\"\"}}");
   EXPECT_EQ(Rewrite("S{\"tab\there\"}"), "S{\"tab\\there\"}");  // a TAB in a string reads as \t
+  EXPECT_EQ(Rewrite("A{.,1}"), "A{,1}");  // a lone point is a real with an empty text
 }
 
 TEST(Structures, RefusedTexts) {
