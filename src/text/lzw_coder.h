@@ -284,9 +284,11 @@ class StreamCodeReader {
 };
 
 // Reads codes straight from a whole input block, for one decoder run over all of it from a fresh state.
+// Keeps up to 64 bits of input ahead, most significant first; a code wider than what is left ends it.
 class BlockCodeReader {
  public:
-  BlockCodeReader(const std::uint8_t* data, std::uint64_t size) : data_(data), size_(data ? size : 0) {}
+  BlockCodeReader(const std::uint8_t* data, std::uint64_t size)
+      : next_(data), end_(data ? data + size : nullptr) {}
 
   void Restart() {}
   void Save(State&) const {}
@@ -294,35 +296,42 @@ class BlockCodeReader {
   int Read(const State& s) { return Read(s.mask); }
 
   int Read(int mask) {
-    const std::uint64_t total = size_ * 8;
-    if (bit_ >= total) return -1;
-    const std::uint64_t byte = bit_ >> 3;
-    std::uint32_t window;
-    if (byte + 4 <= size_) {
-      std::uint8_t b[4];
-      std::memcpy(b, data_ + byte, 4);
-      window = (std::uint32_t(b[0]) << 24) | (std::uint32_t(b[1]) << 16) | (std::uint32_t(b[2]) << 8) | b[3];
-    } else {
-      window = 0;
-      for (std::uint64_t i = byte; i < size_; ++i) window |= std::uint32_t(data_[i]) << (24 - 8 * (i - byte));
-    }
-    window <<= (bit_ & 7);  // the code's first bit is now bit 31
-    const bool reference = window & 0x80000000u;
+    if (count_ < kWidest) Refill();
+    const bool reference = bits_ >> 63;
     const int width = reference ? ReferenceWidth(mask) : 9;
-    if (bit_ + static_cast<std::uint64_t>(width) > total) {
-      bit_ = total;
+    if (count_ < width) {
+      count_ = 0;
       return -1;
     }
-    bit_ += width;
-    const std::uint32_t value = window >> (32 - width);
+    const auto value = static_cast<std::uint32_t>(bits_ >> (64 - width));
+    bits_ <<= width;
+    count_ -= width;
     if (!reference) return static_cast<int>(value);
     return 255 + 2 * mask - static_cast<int>(value);
   }
 
  private:
-  const std::uint8_t* data_;
-  std::uint64_t size_;
-  std::uint64_t bit_ = 0;
+  static constexpr int kWidest = 11;  // a reference with the mask at 1024
+
+  void Refill() {
+    if (end_ - next_ >= 8) {  // whole bytes up to 56 bits; the bits read past them are re-read later
+      std::uint64_t word = 0;
+      for (int i = 0; i < 8; ++i) word = (word << 8) | next_[i];
+      bits_ |= word >> count_;
+      next_ += (63 - count_) >> 3;
+      count_ |= 56;
+    } else {
+      while (count_ <= 56 && next_ < end_) {
+        bits_ |= static_cast<std::uint64_t>(*next_++) << (56 - count_);
+        count_ += 8;
+      }
+    }
+  }
+
+  const std::uint8_t* next_;
+  const std::uint8_t* end_;
+  std::uint64_t bits_ = 0;  // unread bits from the top
+  int count_ = 0;
 };
 
 }  // namespace vex::lzw
