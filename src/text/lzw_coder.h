@@ -79,6 +79,7 @@ void Encode(State& s, Source& in, Sink& out) {
     w = s.pending;
     if (w < -1 || w >= kEntries) w = -1;
   }
+  EncoderDictionary dictionary(s);
   for (;;) {
     const int c = in.Next();
     if (c < 0) break;
@@ -86,16 +87,17 @@ void Encode(State& s, Source& in, Sink& out) {
       w = c;
       continue;
     }
-    const int code = Lookup(s, w, c);
+    const int code = dictionary.Lookup(w, c);
     if (code >= 0) {
       w = code;
       continue;
     }
-    packer.Emit(w, s.mask, out);
-    AddEncoderEntry(s, w, c);
+    packer.Emit(w, dictionary.mask(), out);
+    dictionary.Add(w, c);
     w = c;
-    if (s.count >= kEncoderReset) ResetDictionary(s);
+    if (dictionary.count() >= kEncoderReset) dictionary.Reset();
   }
+  dictionary.Store();
   s.pending = static_cast<std::int16_t>(w);
   packer.Store(s);
 }

@@ -61,9 +61,6 @@ inline void ResetDictionary(State& s) {
 
 inline std::uint32_t IndexHash(std::uint32_t key) { return (key * 0x9E3779B1u) >> (32 - kIndexBits); }
 
-inline std::uint64_t SlotTag(const State& s, std::uint32_t key) {
-  return (static_cast<std::uint64_t>(s.generation) << 20) | key;
-}
 
 // Links the new entry right behind its prefix: the prefix's link is both its chain head and its own
 // onward link, so a chain walked from p meets every entry added behind p.
@@ -78,43 +75,91 @@ inline void AddEntry(State& s, int prefix, int character) {
   if (s.count - 255 > s.mask - s.mode) s.mask = static_cast<std::int16_t>(s.mask * 2);
 }
 
-inline void AddEncoderEntry(State& s, int prefix, int character) {
-  const int code = s.count;
-  AddEntry(s, prefix, character);
-  if (!s.indexValid) return;
-  const std::uint32_t key = (static_cast<std::uint32_t>(prefix) << 8) | static_cast<std::uint32_t>(character);
-  std::uint32_t slot = IndexHash(key);
-  const std::uint64_t live = static_cast<std::uint64_t>(s.generation) << 20;
-  while ((s.slotKey[slot] & ~std::uint64_t(0xFFFFF)) == live) slot = (slot + 1) & (kIndexSlots - 1);
-  s.slotKey[slot] = live | key;
-  s.slotCode[slot] = static_cast<std::int16_t>(code);
-}
-
 inline void AddDecoderEntry(State& s, int prefix, int character) {
   AddEntry(s, prefix, character);
   s.indexValid = 0;  // the encoder must walk the chains if it ever continues this dictionary
 }
 
-// The code of the string prefix + character, -1 if none. The chain walk is bounded: chains left by a
-// corrupt stream decoded into this state may loop.
-inline int Lookup(const State& s, int prefix, int character) {
-  if (s.indexValid) {
-    const std::uint32_t key = (static_cast<std::uint32_t>(prefix) << 8) | static_cast<std::uint32_t>(character);
-    const std::uint64_t live = static_cast<std::uint64_t>(s.generation) << 20;
-    for (std::uint32_t slot = IndexHash(key);; slot = (slot + 1) & (kIndexSlots - 1)) {
-      const std::uint64_t tag = s.slotKey[slot];
-      if (tag == (live | key)) return s.slotCode[slot];
-      if ((tag & ~std::uint64_t(0xFFFFF)) != live) return -1;
+// The encoder's view of the dictionary during one call: count, mask and index state in locals (the
+// output stores would otherwise force them to be reloaded from the block for every byte), written back
+// by Store.
+class EncoderDictionary {
+ public:
+  explicit EncoderDictionary(State& s) : s_(s), mode_(s.mode) { Load(); }
+
+  int count() const { return count_; }
+  int mask() const { return mask_; }
+
+  void Store() {
+    s_.count = static_cast<std::int16_t>(count_);
+    s_.mask = static_cast<std::int16_t>(mask_);
+  }
+
+  void Reset() {
+    ResetDictionary(s_);
+    Load();
+  }
+
+  // The code of the string prefix + character, -1 if none. Without the index, the chain walk is
+  // bounded: chains left by a corrupt stream decoded into this state may loop.
+  int Lookup(int prefix, int character) const {
+    if (indexed_) {
+      const std::uint32_t key = Key(prefix, character);
+      for (std::uint32_t slot = IndexHash(key);; slot = (slot + 1) & (kIndexSlots - 1)) {
+        const std::uint64_t tag = s_.slotKey[slot];
+        if (tag == (live_ | key)) return s_.slotCode[slot];
+        if ((tag & ~kKeyBits) != live_) return -1;
+      }
     }
+    int code = prefix;
+    for (int steps = 0; code >= 0 && code < kEntries && steps <= kEntries; ++steps) {
+      const Entry& entry = s_.dictionary[code];
+      if (entry.prefix == prefix && entry.character == character) return code;
+      code = entry.link;
+    }
+    return -1;
   }
-  int code = prefix;
-  for (int steps = 0; code >= 0 && code < kEntries && steps <= kEntries; ++steps) {
-    const Entry& entry = s.dictionary[code];
-    if (entry.prefix == prefix && entry.character == character) return code;
-    code = entry.link;
+
+  // Links the new entry right behind its prefix: the prefix's link is both its chain head and its own
+  // onward link, so a chain walked from p meets every entry added behind p.
+  void Add(int prefix, int character) {
+    Entry& entry = s_.dictionary[count_];
+    entry.prefix = static_cast<std::int16_t>(prefix);
+    entry.character = static_cast<std::int16_t>(character);
+    entry.link = s_.dictionary[prefix].link;
+    s_.dictionary[prefix].link = static_cast<std::int16_t>(count_);
+    if (indexed_) {
+      const std::uint32_t key = Key(prefix, character);
+      std::uint32_t slot = IndexHash(key);
+      while ((s_.slotKey[slot] & ~kKeyBits) == live_) slot = (slot + 1) & (kIndexSlots - 1);
+      s_.slotKey[slot] = live_ | key;
+      s_.slotCode[slot] = static_cast<std::int16_t>(count_);
+    }
+    ++count_;
+    if (count_ - 255 > mask_ - mode_) mask_ *= 2;
   }
-  return -1;
-}
+
+ private:
+  static constexpr std::uint64_t kKeyBits = 0xFFFFF;
+
+  static std::uint32_t Key(int prefix, int character) {
+    return (static_cast<std::uint32_t>(prefix) << 8) | static_cast<std::uint32_t>(character);
+  }
+
+  void Load() {
+    count_ = s_.count;
+    mask_ = s_.mask;
+    indexed_ = s_.indexValid != 0;
+    live_ = static_cast<std::uint64_t>(s_.generation) << 20;
+  }
+
+  State& s_;
+  const int mode_;
+  int count_ = 0;
+  int mask_ = 0;
+  bool indexed_ = false;
+  std::uint64_t live_ = 0;
+};
 
 // Width of a reference field: the mask's bit and every bit below it.
 inline int ReferenceWidth(int mask) { return mask > 0 ? std::bit_width(static_cast<unsigned>(mask)) : 0; }
