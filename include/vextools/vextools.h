@@ -17,3 +17,5 @@
 #include "fonttypes.h"
 #include "strings.h"
 #include "mbstring.h"
+#include "lzw.h"
+#include "structures.h"
