@@ -29,6 +29,7 @@ class VEXTOOLS_API KARTEXTFILE : public KARBASICFILE {
   enum : std::int32_t {
     kBlockSize = 300000,      // bytes read at a time
     kUnixBlockSize = 1000,    // bytes read at a time after SwitchToUNIXMode
+    kBlockAllocation = kBlockSize + 1 + 32,  // the terminator's slot, then zeros a field scan may read
     kLineIndexStep = 5000,    // entries the line index starts with
     kFieldIndexStep = 1000,   // entries the field index grows by
   };

@@ -57,8 +57,8 @@ void KARTEXTFILE::Init() {
 
 // The block is always kBlockSize bytes (UNIX mode only asks for less) plus a slot for a terminator.
 bool KARTEXTFILE::AllocateBuffer() {
-  if (!buffer_) buffer_ = new (std::nothrow) char[kBlockSize + 1];
-  if (buffer_) std::memset(buffer_, 0, kBlockSize + 1);
+  if (!buffer_) buffer_ = new (std::nothrow) char[kBlockAllocation];
+  if (buffer_) std::memset(buffer_, 0, kBlockAllocation);
   return buffer_ != nullptr;
 }
 

@@ -59,6 +59,30 @@ VEX_HOT_INLINE std::int32_t FieldLength(const char* text, std::int32_t limit, ch
   return limit;
 }
 
+// The same in the block, whose allocation ends in zeros well past any line: whole 16-byte groups are
+// read, also past the limit, and what lies beyond the limit is never taken.
+VEX_HOT_INLINE std::int32_t FieldLengthInBlock(const char* text, std::int32_t limit, char separator,
+                                               bool& atSeparator) {
+#if defined(__SSE2__)
+  const __m128i pattern = _mm_set1_epi8(separator), zero = _mm_setzero_si128();
+  for (std::int32_t i = 0; i < limit; i += 16) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
+    const unsigned separators = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, pattern)));
+    const unsigned stops = separators | static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, zero)));
+    if (stops) {
+      const std::int32_t at = i + std::countr_zero(stops);
+      if (at >= limit) break;
+      atSeparator = (separators & stops & (0u - stops)) != 0;
+      return at;
+    }
+  }
+  atSeparator = false;
+  return limit;
+#else
+  return FieldLength(text, limit, separator, atSeparator);
+#endif
+}
+
 // A field is cut in place at its separator. An empty text with one byte left is an empty last field.
 // A field that runs into the end of the copy is not taken: the caller reloads the copy first.
 VEX_HOT_INLINE char* CutField(char* cursor, std::int32_t available, bool copyLimited, char separator,
@@ -102,9 +126,11 @@ VEX_HOT_INLINE std::int32_t KARTEXTFILE::NextField(tagFILELINE* line, char*& fie
   if (chunk >= 0 && lineLeft >= 2 && lineLeft <= copyLimit_ - chunk && *cursor != '\0') {
     // Scanned in the block rather than in the copy, which was just written: the same bytes, and no
     // wide read waits on the copy's recent stores.
-    const char* const scan = chunk == line->fieldOffset && line->spanStart == 0 ? line->data + chunk : cursor;
+    const bool inBlock = chunk == line->fieldOffset && line->spanStart == 0 && line->data >= buffer_ &&
+                         line->data + line->size <= buffer_ + kBlockSize + 1;
     bool atSeparator = false;
-    const std::int32_t length = FieldLength(scan, lineLeft, fieldSeparator_[0], atSeparator);
+    const std::int32_t length = inBlock ? FieldLengthInBlock(line->data + chunk, lineLeft, fieldSeparator_[0], atSeparator)
+                                        : FieldLength(cursor, lineLeft, fieldSeparator_[0], atSeparator);
     if (atSeparator || length == lineLeft) cursor[length] = '\0';  // the copy keeps a byte after its end
     const std::int32_t size = length + 1;
     ++currentField_;

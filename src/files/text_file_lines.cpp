@@ -350,7 +350,7 @@ std::int32_t KARTEXTFILE::MakeIndexLine() {
   }
   lineCount_ = count;
   Rewind();
-  if (buffer_) std::memset(buffer_, 0, kBlockSize + 1);
+  if (buffer_) std::memset(buffer_, 0, kBlockAllocation);
   return lineCount_;
 }
 
