@@ -11,3 +11,8 @@
 #include "dates.h"
 #include "fonttypes.h"
 #include "strings.h"
+#include "textlist.h"
+#include "tokenlist.h"
+#include "generalindex.h"
+#include "pqueue.h"
+#include "bitfield.h"
