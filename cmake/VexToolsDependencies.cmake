@@ -2,5 +2,5 @@
 # for what the POSIX build takes from these libraries.
 find_package(Threads REQUIRED)
 if(NOT WIN32)
-  find_package(ICU 72 COMPONENTS uc i18n data)
+  find_package(ICU 72 REQUIRED COMPONENTS uc i18n data)
 endif()

@@ -16,3 +16,4 @@
 #include "generalindex.h"
 #include "pqueue.h"
 #include "bitfield.h"
+#include "mbstring.h"

@@ -1,12 +1,11 @@
 #include "containers/text_order.h"
 
-#include <cstring>
+#include "vextools/strings.h"
 
 namespace vex::containers {
 
 int CompareListTexts(const char* a, const char* b) {
-  if (!a || !b) return 0;
-  return std::strcmp(a, b);
+  return StringCompare(a, b, 1);
 }
 
 }  // namespace vex::containers

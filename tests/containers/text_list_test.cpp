@@ -35,10 +35,11 @@ TEST(TextList, IdentifiersGrowAcrossResetAndUniqueFlagReturnsTheFirst) {
   EXPECT_EQ(Add(list, "b"), 3);  // not unique yet
   list.SetFlags(VEXTLIST_UNIQUE);
   EXPECT_EQ(Add(list, "a"), 2);
-  EXPECT_EQ(Items(list), (std::vector<std::string>{"b", "a", "b"}));
+  EXPECT_EQ(Add(list, "A"), 4);  // case counts
+  EXPECT_EQ(Items(list), (std::vector<std::string>{"b", "a", "b", "A"}));
   list.Reset();
   EXPECT_EQ(list.GetFirstItem(), 0);
-  EXPECT_EQ(Add(list, "c"), 4);  // identifiers are never rewound
+  EXPECT_EQ(Add(list, "c"), 5);  // identifiers are never rewound
 }
 
 TEST(TextList, InsertRemoveAndLookups) {
