@@ -13,11 +13,14 @@
 
 #include "export.h"
 
+// Packed to 4 bytes so that a cell is 12 bytes on 32-bit builds and 16 (not 24) on 64-bit ones.
+#pragma pack(push, 4)
 struct tagPQCELL {
   std::int32_t key;
   std::int32_t* position;  // caller's variable, may be null
   std::int32_t value;
 };
+#pragma pack(pop)
 
 class VEXTOOLS_API XPQUEUE {
  public:
@@ -58,4 +61,5 @@ class VEXTOOLS_API XPQUEUE {
   std::int32_t size_;
   tagPQCELL* cells_;
   tagPQCELL* last_;
+  std::int32_t tracked_;  // cells in the heap with a position variable; none: no position writes
 };

@@ -9,6 +9,7 @@
 // (30 zero bytes), 40 the tokens in order, each as type (4), data size n (2), n data bytes.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "export.h"
@@ -61,7 +62,7 @@ class VEXTOOLS_API VEXTOKENLIST {
   int IsTokenExist(std::int32_t id);
   VEXTOKENLINK* GetToken(std::int32_t id);
   std::int32_t ReadImage(const unsigned char* image, std::uint32_t extent);
-  void WriteImage(unsigned char* out, std::size_t capacity);
+  std::size_t WriteImage(unsigned char* out, std::size_t capacity);
 
   std::int32_t count_;
   VEXTOKENLINK* first_;

@@ -14,7 +14,7 @@ constexpr std::int32_t kMaxBytes = 0x7FFFFFFF;
 XPQUEUE::XPQUEUE() : XPQUEUE(kDefaultIncrement) {}
 
 XPQUEUE::XPQUEUE(std::int32_t increment)
-    : increment_(increment), capacity_(0), size_(0), cells_(nullptr), last_(nullptr) {
+    : increment_(increment), capacity_(0), size_(0), cells_(nullptr), last_(nullptr), tracked_(0) {
   CreateIncrementArray(increment);
 }
 
@@ -49,26 +49,50 @@ void XPQUEUE::SetCell(std::int32_t i, tagPQCELL& cell) {
 }
 
 void XPQUEUE::UpHeap(std::int32_t i) {
-  tagPQCELL cell = cells_[i];
-  cells_[0].key = INT32_MIN;  // the sentinel stops the climb at the root
-  while (cells_[i >> 1].key > cell.key) {
-    SetCell(i, cells_[i >> 1]);
+  tagPQCELL* const cells = cells_;
+  tagPQCELL cell = cells[i];
+  cells[0].key = INT32_MIN;  // the sentinel stops the climb at the root
+  if (!tracked_) {  // no cell has a position variable: plain moves
+    while (cells[i >> 1].key > cell.key) {
+      cells[i] = cells[i >> 1];
+      i >>= 1;
+    }
+    cells[i] = cell;
+    return;
+  }
+  while (cells[i >> 1].key > cell.key) {
+    SetCell(i, cells[i >> 1]);
     i >>= 1;
   }
   SetCell(i, cell);
 }
 
+// The classic sift-down (the smaller child moves up while the saved key is strictly greater; the right
+// child on a tie), done bottom-up: the hole first goes down to a leaf along the smaller children, then
+// climbs back while the parent's key is not below the saved key. Both leave every cell in the same
+// place; this one makes one comparison a level instead of two. Positions are written once at the end.
 void XPQUEUE::DownHeap(std::int32_t i) {
-  tagPQCELL cell = cells_[i];
-  const std::int32_t half = size_ / 2;
+  tagPQCELL* const cells = cells_;
+  const std::int32_t size = size_;
+  const std::int32_t start = i;
+  const tagPQCELL cell = cells[i];
+  const std::int32_t half = size / 2;
   while (i <= half) {
     std::int32_t child = 2 * i;
-    if (child < size_ && cells_[child + 1].key <= cells_[child].key) ++child;
-    if (cell.key <= cells_[child].key) break;
-    SetCell(i, cells_[child]);
+    if (child < size && cells[child + 1].key <= cells[child].key) ++child;
+    cells[i] = cells[child];
     i = child;
   }
-  SetCell(i, cell);
+  while (i > start && cells[i >> 1].key >= cell.key) {
+    cells[i] = cells[i >> 1];
+    i >>= 1;
+  }
+  cells[i] = cell;
+  if (!tracked_) return;
+  for (std::int32_t j = i; j >= start; j >>= 1) {  // the cells that ended one level up, and the saved one
+    if (std::int32_t* position = cells[j].position) *position = j;
+    if (j == 0) break;
+  }
 }
 
 int XPQUEUE::AddValue(std::int32_t key, std::int32_t value, std::int32_t* position) {
@@ -80,6 +104,7 @@ int XPQUEUE::AddValue(std::int32_t key, std::int32_t value, std::int32_t* positi
   last_->key = key;
   last_->value = value;
   last_->position = position;
+  if (position) ++tracked_;
   UpHeap(size_);
   return 1;
 }
@@ -95,6 +120,7 @@ std::int16_t XPQUEUE::RemoveHead(std::int32_t& key, std::int32_t& value) {
   if (size_ <= 0) return -1;
   key = cells_[1].key;
   value = cells_[1].value;
+  if (cells_[1].position) --tracked_;
   cells_[1] = *last_;
   DecrementSize();
   if (size_ > 0) DownHeap(1);  // the removed cell's variable is left alone
@@ -106,6 +132,7 @@ std::int16_t XPQUEUE::RemoveAddHead(std::int32_t& key, std::int32_t& value, std:
   if (size_ <= 0) return -1;
   key = cells_[1].key;
   value = cells_[1].value;
+  tracked_ += (newPosition != nullptr) - (cells_[1].position != nullptr);
   cells_[1].key = newKey;
   cells_[1].value = newValue;
   cells_[1].position = newPosition;
@@ -115,6 +142,7 @@ std::int16_t XPQUEUE::RemoveAddHead(std::int32_t& key, std::int32_t& value, std:
 
 std::int16_t XPQUEUE::RemoveCell(std::int32_t position) {
   if (position > size_ || position < 1) return -1;
+  if (cells_[position].position) --tracked_;
   if (position == size_) {  // the last cell is dropped and nothing else moves
     DecrementSize();
     return 0;
@@ -144,6 +172,7 @@ void XPQUEUE::ReInit() {
   last_ = nullptr;
   capacity_ = 0;
   size_ = 0;
+  tracked_ = 0;
 }
 
 int XPQUEUE::TestFree() {

@@ -2,7 +2,6 @@
 // then each token as type (4), size (2) and its data, little-endian.
 #include <algorithm>
 #include <cstring>
-#include <vector>
 
 #include "containers/byte_order.h"
 #include "containers/token_link.h"
@@ -24,37 +23,46 @@ std::int32_t VEXTOKENLIST::GetSize() {
   return static_cast<std::int32_t>(size);
 }
 
-// Writes the first capacity bytes of the image.
-void VEXTOKENLIST::WriteImage(unsigned char* out, std::size_t capacity) {
-  const std::size_t total = static_cast<std::uint32_t>(GetSize());
-  std::vector<unsigned char> partial;
-  unsigned char* image = out;
-  if (capacity < total) {
-    partial.resize(total);
-    image = partial.data();
+namespace {
+
+// Copies what falls inside the first capacity bytes of the output.
+void Emit(unsigned char* out, std::size_t capacity, std::size_t at, const unsigned char* bytes, std::size_t count) {
+  if (at + count <= capacity) {
+    std::memcpy(out + at, bytes, count);
+  } else if (at < capacity) {
+    std::memcpy(out + at, bytes, capacity - at);
   }
-  std::memset(image, 0, kHeaderSize);
-  PutLE32(image, static_cast<std::uint32_t>(total));
-  PutLE32(image + 4, static_cast<std::uint32_t>(count_));
-  PutLE16(image + 8, kImageVersion);
-  unsigned char* p = image + kHeaderSize;
+}
+
+}  // namespace
+
+// Writes the first capacity bytes of the image in one walk: the tokens, then the header with the final
+// length. Returns the image size.
+std::size_t VEXTOKENLIST::WriteImage(unsigned char* out, std::size_t capacity) {
+  std::size_t position = kHeaderSize;
   for (const VEXTOKENLINK* link = first_; link; link = link->next) {
-    PutLE32(p, static_cast<std::uint32_t>(link->type));
-    PutLE16(p + 4, link->size);
-    if (link->size) std::memcpy(p + 6, link->data, link->size);
-    p += 6 + link->size;
+    unsigned char head[6];
+    PutLE32(head, static_cast<std::uint32_t>(link->type));
+    PutLE16(head + 4, link->size);
+    Emit(out, capacity, position, head, 6);
+    if (link->size) Emit(out, capacity, position + 6, link->data, link->size);
+    position += 6u + link->size;
   }
-  if (image != out) std::memcpy(out, image, capacity);
+  unsigned char header[kHeaderSize] = {};
+  PutLE32(header, static_cast<std::uint32_t>(position));
+  PutLE32(header + 4, static_cast<std::uint32_t>(count_));
+  PutLE16(header + 8, kImageVersion);
+  Emit(out, capacity, 0, header, kHeaderSize);
+  return position;
 }
 
 std::int32_t VEXTOKENLIST::Get(std::int32_t size, void* handle) {
-  const std::int32_t total = GetSize();
-  if (!handle || size < kHeaderSize) return total;
+  if (!handle || size < kHeaderSize) return GetSize();
   auto* out = static_cast<unsigned char*>(GlobalLock(handle));
-  if (!out) return total;
-  WriteImage(out, GlobalSize(handle));  // the block, not the size argument, bounds the writing
+  if (!out) return GetSize();
+  const std::size_t total = WriteImage(out, GlobalSize(handle));  // the block, not size, bounds the writing
   GlobalUnlock(handle);
-  return total;
+  return static_cast<std::int32_t>(total);
 }
 
 std::int32_t VEXTOKENLIST::Get(std::int32_t size, char* buffer) {
@@ -63,8 +71,7 @@ std::int32_t VEXTOKENLIST::Get(std::int32_t size, char* buffer) {
     std::memset(buffer, 0, static_cast<std::size_t>(size));  // the untouched scratch block was blank
     return GetSize();
   }
-  WriteImage(reinterpret_cast<unsigned char*>(buffer), static_cast<std::size_t>(size));
-  return GetSize();
+  return static_cast<std::int32_t>(WriteImage(reinterpret_cast<unsigned char*>(buffer), static_cast<std::size_t>(size)));
 }
 
 // Reads tokens from an image of extent bytes (at least the header) into the emptied list.
