@@ -88,7 +88,7 @@ class VEXTOOLS_API VEXGENERALINDEX {
 
   std::int32_t AddFields(std::int32_t count, tagINDEXFIELDINFO* infos);
   std::int32_t GetNumberOfFields();
-  tagINDEXFIELDINFO* GetFieldInfoAt(std::int32_t i);
+  tagINDEXFIELDINFO* GetFieldInfoAt(std::int32_t i);  // 0-based; null outside 0 ... fields - 1
   std::int32_t GetNumberOfEntries();
   std::int32_t GetCurrentEntry();
   int CheckEntry(std::int32_t e);

@@ -72,7 +72,7 @@ std::int32_t VEXGENERALINDEX::GetNumberOfFields() {
 }
 
 tagINDEXFIELDINFO* VEXGENERALINDEX::GetFieldInfoAt(std::int32_t i) {
-  return field_infos_ + i;
+  return i >= 0 && i < fields_ ? field_infos_ + i : nullptr;
 }
 
 std::int32_t VEXGENERALINDEX::GetNumberOfEntries() {

@@ -156,6 +156,12 @@ TEST(GeneralIndex, FieldAccessAndCursor) {
   EXPECT_EQ(index.GetPreviousEntry(), 0);
   EXPECT_EQ(index.CheckEntry(-3), 1);
   EXPECT_EQ(index.CheckEntry(3), 0);
+
+  EXPECT_EQ(index.GetFieldInfoAt(1)->value, 8);
+  EXPECT_EQ(index.GetFieldInfoAt(2), nullptr);
+  EXPECT_EQ(index.AddFields(1, index.GetFieldInfoAt(0)), 3);  // from its own array
+  EXPECT_EQ(index.GetFieldInfoAt(2)->value, 7);
+  EXPECT_EQ(index.AddFields(1, nullptr), 3);
 }
 
 TEST(GeneralIndex, EntryArrayGrowsByAHundred) {
