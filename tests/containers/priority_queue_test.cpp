@@ -14,7 +14,7 @@ struct PeekQueue : XPQUEUE {
   using XPQUEUE::XPQUEUE;
   Cells Heap() const {
     Cells cells;
-    for (std::int32_t i = 1; i <= size_; ++i) cells.emplace_back(cells_[i].key, cells_[i].value);
+    for (std::int32_t i = 1; i <= size_; ++i) cells.emplace_back(KeyAt(i), ValueAt(i));
     return cells;
   }
   std::int32_t Capacity() const { return capacity_; }
