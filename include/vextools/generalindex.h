@@ -9,7 +9,7 @@
 // PermutEntries. The resulting order of equal entries follows from those exact steps.
 // Cost: the first entry of a range is the pivot, so input that is already sorted (or nearly so), and
 // input in reverse order, takes quadratic time (about n * n / 2 comparisons): 20,000 sorted two-field
-// entries take about 4 s where 20,000 random ones take about 13 ms (bench/containers.cpp, IndexSort).
+// entries take about 5 s where 20,000 random ones take about 12 ms (bench/containers.cpp, IndexSort).
 // Sorting an index that is already sorted is the common trap: sort once, or shuffle large sorted input.
 // Many equal keys are not a problem (n log n).
 // FindEntry is a binary search that returns the first of a run of equal entries; it walks back over
