@@ -1,8 +1,10 @@
 #include "host_commands.h"
 
 #include <cstdio>
+#include <vector>
 
 #include "host_settings.h"
+#include "import_command.h"
 #include "library_api.h"
 #include "vextools/diagnostics.h"
 
@@ -65,8 +67,8 @@ int Info(const LibraryApi& api) {
 
 }  // namespace
 
-int RunCommand(const std::string& command, int, char**) {
-  if (command != "info") {
+int RunCommand(const std::string& command, const std::vector<std::string>& arguments) {
+  if (command != "info" && !(command == "import" && !arguments.empty())) {
     std::fprintf(stderr, "vexhost: unknown command %s\n", command.c_str());
     return 2;
   }
@@ -85,7 +87,9 @@ int RunCommand(const std::string& command, int, char**) {
   std::printf("library: %s\n", library.path().c_str());
   api.VexSetDisplayCallback(ShowOnConsole, nullptr);
   api.InitVexTools();
-  const int status = Info(api);
+  const int status = command == "info"
+                         ? Info(api)
+                         : ImportFile(library, arguments[0].c_str(), arguments.size() > 1 ? arguments[1].c_str() : "\t");
   api.CloseVexTools();
   return status;
 }
