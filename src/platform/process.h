@@ -9,6 +9,9 @@ void DebugBreakNow();
 // Ends the process at once with the code: no destructors, no atexit handlers, no flushing.
 [[noreturn]] void ExitNow(int code);
 
+// The platform's own break, which DebugBreakNow uses unless a hook is set.
+void NativeDebugBreak();
+
 // Tests replace the break with a hook; null restores the real one.
 using DebugBreakHook = void (*)();
 void SetDebugBreakHook(DebugBreakHook hook);

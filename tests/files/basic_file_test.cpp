@@ -6,15 +6,13 @@
 #include "support/temp_dir.h"
 #include "vextools/basicfile.h"
 
+using vex::test::AsText;
+using vex::test::Name;
 using vex::test::ReadAll;
 using vex::test::TempDir;
 using vex::test::WriteAll;
 
 namespace {
-
-char* Name(const char* text) { return const_cast<char*>(text); }
-
-std::string Str(const std::vector<char>& bytes) { return std::string(bytes.begin(), bytes.end()); }
 
 // Exposes the stored access mode and records the reads that Copy makes through the virtual ReadDirect.
 class ProbeFile : public KARBASICFILE {
@@ -95,7 +93,7 @@ TEST(BasicFile, CloseAlwaysReturnsMinusThree) {
   EXPECT_EQ(file.ReOpen(1), 0);
   EXPECT_EQ(file.WriteDirect(Name("XY"), 2, 0), 2);
   file.Close(1);
-  EXPECT_EQ(Str(ReadAll("a.bin")), "XYcdef");
+  EXPECT_EQ(AsText(ReadAll("a.bin")), "XYcdef");
 }
 
 TEST(BasicFile, ReOpenWithoutName) {
@@ -157,16 +155,16 @@ TEST(BasicFile, CopyRunsInChunksOfTenThousand) {
 
   EXPECT_EQ(source.Copy(1000, 25000, Name("dst.bin"), 0), 25000);
   EXPECT_EQ(source.reads, (std::vector<std::int32_t>{10000, 10000, 5000}));
-  EXPECT_EQ(Str(ReadAll("dst.bin")), "HEAD" + data.substr(1000, 25000));
+  EXPECT_EQ(AsText(ReadAll("dst.bin")), "HEAD" + data.substr(1000, 25000));
 
   source.reads.clear();
   EXPECT_EQ(source.Copy(1000, 25000, Name("dst.bin"), 0x1000), 25000);
   EXPECT_EQ(source.reads.size(), 3u);
-  EXPECT_EQ(Str(ReadAll("dst.bin")), data.substr(1000, 25000));
+  EXPECT_EQ(AsText(ReadAll("dst.bin")), data.substr(1000, 25000));
 
   // Short source: stops at the end of the file.
   EXPECT_EQ(source.Copy(29000, 5000, Name("dst.bin"), 0x1000), 1000);
-  EXPECT_EQ(Str(ReadAll("dst.bin")), data.substr(29000));
+  EXPECT_EQ(AsText(ReadAll("dst.bin")), data.substr(29000));
 }
 
 TEST(BasicFile, CopyFailuresCopyNothing) {

@@ -8,15 +8,13 @@
 #include "support/temp_dir.h"
 #include "vextools/cachefile.h"
 
+using vex::test::AsText;
+using vex::test::Name;
 using vex::test::ReadAll;
 using vex::test::TempDir;
 using vex::test::WriteAll;
 
 namespace {
-
-char* Name(const char* text) { return const_cast<char*>(text); }
-
-std::string Str(const std::vector<char>& bytes) { return std::string(bytes.begin(), bytes.end()); }
 
 std::string Pattern(std::size_t n, char base = 'a') {
   std::string s(n, '\0');
@@ -209,7 +207,7 @@ TEST(CacheFile, BlockLargerThanTheRoomFlushesOnceAndKeepsTheTail) {
   EXPECT_EQ(file.Write().start, 270);
   EXPECT_EQ(file.Write().used, 100);
   file.Close(1);
-  EXPECT_EQ(Str(ReadAll("a.bin")), data + big);
+  EXPECT_EQ(AsText(ReadAll("a.bin")), data + big);
 }
 
 TEST(CacheFile, WritePastTheCachedBytesNeverWritesTheGap) {
@@ -220,7 +218,7 @@ TEST(CacheFile, WritePastTheCachedBytesNeverWritesTheGap) {
   file.WriteData(Name("ab"), 2, 0);
   file.WriteData(Name("cd"), 2, 20);  // inside the cache's range, past its used bytes
   file.Close(1);
-  EXPECT_EQ(Str(ReadAll("a.bin")), "ab" + std::string(18, '.') + "cd" + std::string(78, '.'));
+  EXPECT_EQ(AsText(ReadAll("a.bin")), "ab" + std::string(18, '.') + "cd" + std::string(78, '.'));
 }
 
 TEST(CacheFile, WriteDirectWithoutWriteCacheAppends) {
@@ -232,7 +230,7 @@ TEST(CacheFile, WriteDirectWithoutWriteCacheAppends) {
   EXPECT_EQ(file.WriteData(Name("XY"), 2, 0), 0);  // no write cache: the same append
   EXPECT_EQ(file.FileLength(), 15);
   file.Close(1);
-  EXPECT_EQ(Str(ReadAll("a.bin")), "0123456789abcXY");
+  EXPECT_EQ(AsText(ReadAll("a.bin")), "0123456789abcXY");
 }
 
 TEST(CacheFile, WriteDirectWithWriteCacheWritesInPlace) {
@@ -247,7 +245,7 @@ TEST(CacheFile, WriteDirectWithWriteCacheWritesInPlace) {
   EXPECT_EQ(file.ReadDirect(buffer, 6, 0), 6);
   EXPECT_EQ(std::string(buffer, 6), "abXY45");
   file.Close(1);
-  EXPECT_EQ(Str(ReadAll("a.bin")), "abXY456789");
+  EXPECT_EQ(AsText(ReadAll("a.bin")), "abXY456789");
 }
 
 TEST(CacheFile, ReadDirectMergesCachesAndFile) {
@@ -342,7 +340,7 @@ TEST(CacheFile, ReadsNeedReadAccessAndAnOpenFile) {
   EXPECT_EQ(file.WriteData(nullptr, 4, 0), 0);
   EXPECT_EQ(file.WriteData(buffer, -4, 0), 0);
   EXPECT_EQ(file.Close(1), -3);
-  EXPECT_EQ(Str(ReadAll("a.bin")), "0123456789");
+  EXPECT_EQ(AsText(ReadAll("a.bin")), "0123456789");
 }
 
 TEST(CacheFile, ReOpenDropsCachedContent) {
@@ -433,7 +431,7 @@ TEST_P(CacheModel, MatchesAPlainFile) {
     ASSERT_EQ(file.FileLength(), static_cast<std::int32_t>(model.size()));
   }
   file.Close(1);
-  EXPECT_EQ(Str(ReadAll("m.bin")), model);
+  EXPECT_EQ(AsText(ReadAll("m.bin")), model);
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, CacheModel, testing::Range(1u, 41u));

@@ -9,15 +9,13 @@
 
 using vex::files::kReportPathSeparator;
 using vex::files::ReplaceExtension;
+using vex::test::AsText;
+using vex::test::Name;
 using vex::test::ReadAll;
 using vex::test::TempDir;
 using vex::test::WriteAll;
 
 namespace {
-
-char* Name(const char* text) { return const_cast<char*>(text); }
-
-std::string Str(const std::vector<char>& bytes) { return std::string(bytes.begin(), bytes.end()); }
 
 std::string Path(std::initializer_list<const char*> parts) {
   std::string path;
@@ -62,12 +60,12 @@ TEST(ErrorFile, WritesAppendAndTheReportStays) {
   KARERRORFILE* file = FileErrOpen(const_cast<char*>(input.c_str()));
   ASSERT_NE(file, nullptr);
   FileErrWrite(file, Name("a\r\n"));
-  EXPECT_EQ(Str(ReadAll(report)), "a\r\n");  // complete on disk after every write
+  EXPECT_EQ(AsText(ReadAll(report)), "a\r\n");  // complete on disk after every write
   FileErrWrite(file, Name("b\r\n"));
   FileErrWrite(file, nullptr);
   FileErrWrite(file, Name(""));
   FileErrClose(file);
-  EXPECT_EQ(Str(ReadAll(report)), "a\r\nb\r\n");
+  EXPECT_EQ(AsText(ReadAll(report)), "a\r\nb\r\n");
 
   // A new object on the same input empties the report first.
   {
@@ -106,6 +104,6 @@ TEST(ErrorFile, MakeFileNameRenamesTheReport) {
     report.MakeFileName(Name("B.CSV"));
     report.Write(Name("2"));  // B.ERR was never created: nothing written
   }
-  EXPECT_EQ(Str(ReadAll("A.ERR")), "1");
+  EXPECT_EQ(AsText(ReadAll("A.ERR")), "1");
   EXPECT_FALSE(std::filesystem::exists("B.ERR"));
 }

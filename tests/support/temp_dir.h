@@ -23,6 +23,10 @@ class TempDir {
 };
 
 std::vector<char> ReadAll(const std::string& name);
+inline std::string AsText(const std::vector<char>& bytes) { return std::string(bytes.begin(), bytes.end()); }
+
+// The library's older entries take names as char*.
+inline char* Name(const char* text) { return const_cast<char*>(text); }
 void WriteAll(const std::string& name, const std::string& bytes);
 
 }  // namespace vex::test

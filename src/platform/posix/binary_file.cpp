@@ -30,20 +30,6 @@ int AccessFlags(std::uint32_t flags) {
 
 }  // namespace
 
-KVBinaryFile::KVBinaryFile() : handle_(-1), flags_(0), last_error_(kErrorNone) {}
-
-KVBinaryFile::KVBinaryFile(const _SS<char>& name, std::uint32_t flags) : KVBinaryFile() { Open(name, flags); }
-
-KVBinaryFile::~KVBinaryFile() { Close(); }
-
-bool KVBinaryFile::Open(const _SS<char>& name, std::uint32_t flags, bool) {
-  return OpenHandle(name.c_str(), flags, false);
-}
-
-bool KVBinaryFile::Create(const _SS<char>& name, std::uint32_t flags, bool) {
-  return OpenHandle(name.c_str(), flags, true);
-}
-
 bool KVBinaryFile::OpenHandle(const char* name, std::uint32_t flags, bool create) {
   Close();
   // A file created read-only or without any access bit still has to be written to be made; reads and
@@ -125,8 +111,9 @@ std::int32_t KVBinaryFile::Write(const void* buffer, std::int32_t count) {
 }
 
 std::int64_t KVBinaryFile::Seek(std::int64_t offset, int origin) {
+  static const int kOrigins[3] = {SEEK_SET, SEEK_CUR, SEEK_END};
   if (handle_ < 0) return -1;
-  const off_t at = ::lseek(static_cast<int>(handle_), static_cast<off_t>(offset), origin);
+  const off_t at = ::lseek(static_cast<int>(handle_), static_cast<off_t>(offset), kOrigins[origin]);
   if (at < 0) {
     last_error_ = ErrorCode(errno);
     return -1;
@@ -134,14 +121,8 @@ std::int64_t KVBinaryFile::Seek(std::int64_t offset, int origin) {
   return at;
 }
 
-std::int64_t KVBinaryFile::SeekFromBegin(std::int64_t offset) { return Seek(offset, SEEK_SET); }
-std::int64_t KVBinaryFile::SeekFromCurrent(std::int64_t offset) { return Seek(offset, SEEK_CUR); }
-std::int64_t KVBinaryFile::SeekFromEnd(std::int64_t offset) { return Seek(offset, SEEK_END); }
-
 std::uint32_t KVBinaryFile::GetLength() const {
   struct stat info;
   if (handle_ < 0 || ::fstat(static_cast<int>(handle_), &info) != 0) return 0;
   return static_cast<std::uint32_t>(info.st_size);
 }
-
-std::uint32_t KVBinaryFile::GetLastError() const { return last_error_; }

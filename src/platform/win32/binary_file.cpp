@@ -22,20 +22,6 @@ std::uint32_t ErrorCode(DWORD error) {
 
 }  // namespace
 
-KVBinaryFile::KVBinaryFile() : handle_(-1), flags_(0), last_error_(kErrorNone) {}
-
-KVBinaryFile::KVBinaryFile(const _SS<char>& name, std::uint32_t flags) : KVBinaryFile() { Open(name, flags); }
-
-KVBinaryFile::~KVBinaryFile() { Close(); }
-
-bool KVBinaryFile::Open(const _SS<char>& name, std::uint32_t flags, bool) {
-  return OpenHandle(name.c_str(), flags, false);
-}
-
-bool KVBinaryFile::Create(const _SS<char>& name, std::uint32_t flags, bool) {
-  return OpenHandle(name.c_str(), flags, true);
-}
-
 bool KVBinaryFile::OpenHandle(const char* name, std::uint32_t flags, bool create) {
   Close();
   if (!name || !*name) {
@@ -96,24 +82,19 @@ std::int32_t KVBinaryFile::Write(const void* buffer, std::int32_t count) {
 }
 
 std::int64_t KVBinaryFile::Seek(std::int64_t offset, int origin) {
+  static const int kOrigins[3] = {FILE_BEGIN, FILE_CURRENT, FILE_END};
   if (handle_ == -1) return -1;
   LARGE_INTEGER distance, at;
   distance.QuadPart = offset;
-  if (!::SetFilePointerEx(AsHandle(handle_), distance, &at, static_cast<DWORD>(origin))) {
+  if (!::SetFilePointerEx(AsHandle(handle_), distance, &at, static_cast<DWORD>(kOrigins[origin]))) {
     last_error_ = ErrorCode(::GetLastError());
     return -1;
   }
   return at.QuadPart;
 }
 
-std::int64_t KVBinaryFile::SeekFromBegin(std::int64_t offset) { return Seek(offset, FILE_BEGIN); }
-std::int64_t KVBinaryFile::SeekFromCurrent(std::int64_t offset) { return Seek(offset, FILE_CURRENT); }
-std::int64_t KVBinaryFile::SeekFromEnd(std::int64_t offset) { return Seek(offset, FILE_END); }
-
 std::uint32_t KVBinaryFile::GetLength() const {
   LARGE_INTEGER size;
   if (handle_ == -1 || !::GetFileSizeEx(AsHandle(handle_), &size)) return 0;
   return static_cast<std::uint32_t>(size.QuadPart);
 }
-
-std::uint32_t KVBinaryFile::GetLastError() const { return last_error_; }

@@ -4,16 +4,7 @@
 #include "platform/process.h"
 
 namespace vex::platform {
-namespace {
-DebugBreakHook g_hook = nullptr;
-}
-
-void SetDebugBreakHook(DebugBreakHook hook) { g_hook = hook; }
-
-void DebugBreakNow() {
-  if (g_hook) return g_hook();
-  ::DebugBreak();
-}
+void NativeDebugBreak() { ::DebugBreak(); }
 
 void ExitNow(int code) { ::_exit(code); }
 
