@@ -89,10 +89,10 @@ def main():
     found_names = set()
     leaks = []
     for symbol in exported_symbols(args.library, args.windows, args.tool):
-        if symbol in IGNORED_NAMES or symbol.startswith(IGNORED_PREFIXES) or \
+        name = qualified_name(symbol)
+        if symbol in IGNORED_NAMES or name.startswith(IGNORED_PREFIXES) or \
            SPECIAL.sub("", symbol).startswith(IGNORED_PREFIXES):
             continue
-        name = qualified_name(symbol)
         parts = name.split("::")
         owners = {"::".join(parts[:i]) for i in range(1, len(parts) + 1)}
         if owners & expected:
